@@ -1,0 +1,35 @@
+# How every target of this project is compiled: language, warnings, sanitizers.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+find_program(ZELKAM_CCACHE ccache)
+if(ZELKAM_CCACHE)
+    set(CMAKE_CXX_COMPILER_LAUNCHER
+        ${CMAKE_COMMAND} -E env CCACHE_BASEDIR=${CMAKE_SOURCE_DIR}
+        CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
+        ${ZELKAM_CCACHE})
+endif()
+
+add_library(zelkam_build INTERFACE)
+target_compile_options(zelkam_build INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Wold-style-cast -Wcast-align
+    -Woverloaded-virtual -Wnull-dereference -Wimplicit-fallthrough -Wextra-semi
+    $<$<BOOL:${ZELKAM_WERROR}>:-Werror>)
+target_compile_definitions(zelkam_build INTERFACE
+    QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_CAST_FROM_BYTEARRAY
+    QT_NO_URL_CAST_FROM_STRING QT_NO_NARROWING_CONVERSIONS_IN_CONNECT QT_NO_FOREACH
+    QT_STRICT_ITERATORS QT_NO_JAVA_STYLE_ITERATORS QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+
+if(ZELKAM_SANITIZE)
+    add_compile_options(-fsanitize=${ZELKAM_SANITIZE} -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=${ZELKAM_SANITIZE})
+    if(ZELKAM_SANITIZE MATCHES "undefined")
+        add_compile_options(-fno-sanitize-recover=undefined)
+        # Sanitizer instrumentation hides from the optimiser what this warning needs to know.
+        target_compile_options(zelkam_build INTERFACE -Wno-null-dereference)
+    endif()
+endif()
