@@ -1,0 +1,59 @@
+#pragma once
+
+#include <QByteArray>
+#include <QSet>
+#include <QString>
+#include <mutex>
+#include <system_error>
+
+namespace zelkam {
+
+/// The application's temporary directory, absolute, with a "/" at its end. It is the container:
+/// the only place where FileManager changes anything.
+QString NSTemporaryDirectory();
+
+/// Chooses the temporary directory, made with its parents when it is not there. Fails with the
+/// system's code, and then changes nothing. Call it at the start, before any file service is used.
+/// Without a call it is a folder of the application's own in the system's temporary directory.
+std::error_code setTemporaryDirectory(const QString &path);
+
+/// The file service. It takes absolute paths, as the platform's does, and acts only inside the
+/// application's container: a path outside it, one that holds "..", or one that passes through
+/// a symbolic link is refused with std::errc::operation_not_permitted, whatever lies there.
+/// Every step is taken relative to an open folder, so that a link put in place meanwhile
+/// cannot lead an operation out either.
+///
+/// All operations may be called from any thread. They return an empty code when they succeeded.
+class FileManager
+{
+public:
+    static FileManager &defaultManager();
+
+    /// Names a folder that the application itself lives by: it may hold items that are removed
+    /// and replaced, but is itself never removed, replaced or moved. The temporary directory is
+    /// such a folder from the start.
+    void addOwnFolder(const QString &path);
+
+    /// Whether an item exists at the path; a symbolic link counts as itself. False where the
+    /// path is refused.
+    bool fileExists(const QString &atPath) const;
+
+    /// Makes one folder. Fails when something exists there or the folder above is missing.
+    std::error_code createDirectory(const QString &atPath);
+
+    /// Removes a file, a symbolic link (not what it points to), or a folder with all it holds.
+    std::error_code removeItem(const QString &atPath);
+
+    /// Moves an item by renaming it: it appears whole or not at all. Fails when something exists
+    /// at the target; nothing is ever replaced.
+    std::error_code moveItem(const QString &atPath, const QString &toPath);
+
+private:
+    FileManager() = default;
+    bool isOwnFolder(const QString &path) const;
+
+    mutable std::mutex m_mutex;
+    QSet<QString> m_ownFolders;
+};
+
+} // namespace zelkam

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QMetaType>
+#include <QString>
+#include <QUrl>
+#include <optional>
+
+namespace zelkam {
+
+/// A URL as the platform's applications know it: an absolute or relative reference by RFC 3986
+/// that remembers its text. A bare path such as "/tmp/a.pdf" is a URL without a scheme.
+class URL
+{
+public:
+    /// Parses a text. Fails for an empty text and for one that RFC 3986 does not allow.
+    /// From system version 17.0 on, characters that may not stand in a URL (a blank, say, or a
+    /// "%" without two digits) are percent-encoded first; before that they are a failure.
+    static std::optional<URL> fromString(const QString &string);
+
+    /// The file URL of a path. A relative path is taken below the root.
+    static URL fromFilePath(const QString &path);
+
+    static std::optional<URL> fromQUrl(const QUrl &url);
+
+    const QString &absoluteString() const { return m_string; }
+    /// The parsed form; its FullyEncoded text is what goes on the wire.
+    const QUrl &toQUrl() const { return m_url; }
+
+    std::optional<QString> scheme() const; ///< lower case; absent in a relative reference
+    std::optional<QString> host() const;   ///< decoded (not punycode); absent when empty
+    std::optional<int> port() const;       ///< only when it is written out
+    QString path() const;                  ///< percent-decoded
+    QString lastPathComponent() const;     ///< of the decoded path; trailing slashes do not count
+    bool isFileURL() const;
+
+    friend bool operator==(const URL &a, const URL &b) { return a.m_string == b.m_string; }
+
+private:
+    URL(QString string, QUrl url) : m_string(std::move(string)), m_url(std::move(url)) {}
+
+    QString m_string;
+    QUrl m_url;
+};
+
+} // namespace zelkam
