@@ -40,9 +40,9 @@ public:
 
     /// The arguments as the page sent them; nothing when it sent none or no dictionary.
     ///
-    /// A script's boolean arrives as bool, a number without a fraction that fits as qlonglong, any other as
-    /// double, text as QString, an array as QVariantList, an object as QVariantMap, and null as
-    /// nullptr_t. A value that none of these can hold arrives as UnrepresentableValue.
+    /// A script's boolean arrives as bool, a number without a fraction that fits as qlonglong, any
+    /// other as double, text as QString, an array as QVariantList, an object as QVariantMap, and
+    /// null as nullptr_t. A value that none of these can hold arrives as UnrepresentableValue.
     virtual std::optional<QVariantMap> argumentDic() const = 0;
 
     /// The host's delegate, or null. Lives as long as the host.

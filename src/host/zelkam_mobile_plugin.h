@@ -53,7 +53,7 @@ private:
 void deletePluginOnMainThread(ZelkamMobilePlugin *plugin);
 
 /// Makes a plug-in that is shared by the host and by what its commands started.
-template <typename Plugin>
+template<typename Plugin>
 std::shared_ptr<Plugin> makePlugin()
 {
     auto plugin = std::shared_ptr<Plugin>(new Plugin, deletePluginOnMainThread);

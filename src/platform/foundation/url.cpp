@@ -1,0 +1,126 @@
+#include "platform/foundation/url.h"
+
+#include "platform/foundation/percent_encoding.h"
+#include "platform/foundation/system_version.h"
+
+namespace zelkam {
+
+namespace {
+
+bool isHexDigit(QChar c)
+{
+    return (c >= u'0' && c <= u'9') || (c >= u'a' && c <= u'f') || (c >= u'A' && c <= u'F');
+}
+
+/// Percent-encodes what may not stand in a URL and leaves what may, "#" and "[" included: they
+/// have a meaning of their own. Nothing when the text is not valid UTF-16.
+std::optional<QString> encodingInvalidCharacters(const QString &string)
+{
+    QString result;
+    qsizetype plain = 0; // start of the stretch not yet encoded
+    const auto flush = [&](qsizetype end) {
+        const auto encoded = addingPercentEncodingForUrlQuery(string.mid(plain, end - plain));
+        if (encoded)
+            result += *encoded;
+        return encoded.has_value();
+    };
+    for (qsizetype i = 0; i < string.size(); ++i) {
+        const QChar c = string.at(i);
+        const bool escape = c == u'%' && i + 2 < string.size() && isHexDigit(string.at(i + 1)) &&
+                            isHexDigit(string.at(i + 2));
+        if (!escape && c != u'#' && c != u'[' && c != u']')
+            continue;
+        if (!flush(i))
+            return std::nullopt;
+        result += c;
+        plain = i + 1;
+    }
+    if (!flush(string.size()))
+        return std::nullopt;
+    return result;
+}
+
+} // namespace
+
+std::optional<URL> URL::fromString(const QString &string)
+{
+    QString text = string;
+    if (isSystemVersionAtLeast(17, 0)) {
+        const auto encoded = encodingInvalidCharacters(string);
+        if (!encoded)
+            return std::nullopt;
+        text = *encoded;
+    }
+    if (text.isEmpty())
+        return std::nullopt;
+    for (const QChar c : text) {
+        // QUrl's strict mode takes these; RFC 3986 does not.
+        if (c <= u' ' || c >= u'\x7f' || c == u'"' || c == u'<' || c == u'>' || c == u'\\' ||
+            c == u'^' || c == u'`' || c == u'{' || c == u'|' || c == u'}')
+            return std::nullopt;
+    }
+    const QUrl url(text, QUrl::StrictMode);
+    if (!url.isValid())
+        return std::nullopt;
+    return URL(text, url);
+}
+
+URL URL::fromFilePath(const QString &path)
+{
+    const QString absolute = path.startsWith(u'/') ? path : u'/' + path;
+    QUrl url;
+    url.setScheme(QStringLiteral("file"));
+    url.setHost(QString());
+    url.setPath(absolute, QUrl::DecodedMode);
+    return URL(url.toString(QUrl::FullyEncoded), url);
+}
+
+std::optional<URL> URL::fromQUrl(const QUrl &url)
+{
+    if (!url.isValid() || url.isEmpty())
+        return std::nullopt;
+    return URL(url.toString(QUrl::FullyEncoded), url);
+}
+
+std::optional<QString> URL::scheme() const
+{
+    if (m_url.scheme().isEmpty())
+        return std::nullopt;
+    return m_url.scheme();
+}
+
+std::optional<QString> URL::host() const
+{
+    const QString host = m_url.host(QUrl::FullyDecoded);
+    if (host.isEmpty())
+        return std::nullopt;
+    return host;
+}
+
+std::optional<int> URL::port() const
+{
+    const int port = m_url.port();
+    if (port < 0)
+        return std::nullopt;
+    return port;
+}
+
+QString URL::path() const
+{
+    return m_url.path(QUrl::FullyDecoded);
+}
+
+QString URL::lastPathComponent() const
+{
+    QString path = this->path();
+    while (path.size() > 1 && path.endsWith(u'/'))
+        path.chop(1);
+    return path == u"/" ? path : path.section(u'/', -1);
+}
+
+bool URL::isFileURL() const
+{
+    return m_url.scheme() == u"file";
+}
+
+} // namespace zelkam
