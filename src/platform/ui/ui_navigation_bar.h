@@ -1,0 +1,53 @@
+#pragma once
+
+#include "platform/ui/ui_bar_button_item.h"
+
+#include <QList>
+#include <QString>
+#include <QWidget>
+#include <memory>
+
+namespace zelkam {
+
+/// What a navigation bar shows for one screen. Set the fields before it is given to a bar.
+struct UINavigationItem
+{
+    explicit UINavigationItem(QString itemTitle) : title(std::move(itemTitle)) {}
+
+    QString title;
+    std::shared_ptr<UIBarButtonItem> leftBarButtonItem;
+    std::shared_ptr<UIBarButtonItem> rightBarButtonItem;
+};
+
+/// A bar with a title in the middle, elided in its middle so that a file's extension stays to
+/// be read, and a button at each end. It keeps the frame that it was given; 44 points is its
+/// height. The title is plain text.
+class UINavigationBar : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit UINavigationBar(const QRect &frame, QWidget *parent = nullptr);
+    ~UINavigationBar() override;
+
+    /// Shows the last item of the list. The bar holds the items.
+    void setItems(const QList<std::shared_ptr<UINavigationItem>> &items, bool animated);
+    const QList<std::shared_ptr<UINavigationItem>> &items() const { return m_items; }
+    UINavigationItem *topItem() const { return m_items.isEmpty() ? nullptr : m_items.last().get(); }
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    bool event(QEvent *event) override;
+
+private:
+    void layoutButtons();
+    QWidget *makeButton(UIBarButtonItem &item);
+
+    QList<std::shared_ptr<UINavigationItem>> m_items;
+    QPointer<QWidget> m_left;
+    QPointer<QWidget> m_right;
+    double m_titleOpacity = 1.0;
+};
+
+} // namespace zelkam
