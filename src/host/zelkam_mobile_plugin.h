@@ -26,7 +26,7 @@ public:
 ///
 /// A command is a public method invokable by name that takes a CallBackManagerPtr:
 /// the host calls the method "fileDownload" for the script command of that name.
-class ZelkamMobilePlugin : public QObject
+class ZelkamMobilePlugin : public QObject, public std::enable_shared_from_this<ZelkamMobilePlugin>
 {
     Q_OBJECT
 
@@ -56,8 +56,7 @@ void deletePluginOnMainThread(ZelkamMobilePlugin *plugin);
 template<typename Plugin>
 std::shared_ptr<Plugin> makePlugin()
 {
-    auto plugin = std::shared_ptr<Plugin>(new Plugin, deletePluginOnMainThread);
-    return plugin;
+    return std::shared_ptr<Plugin>(new Plugin, deletePluginOnMainThread);
 }
 
 } // namespace zelkam

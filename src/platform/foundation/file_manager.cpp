@@ -150,9 +150,12 @@ bool FileManager::fileExists(const QString &atPath) const
     const auto item = resolveInContainer(atPath, error);
     if (!item)
         return false;
+    if (item->name.isEmpty())
+        return true;
     struct stat info = {};
-    return item->name.isEmpty() ||
-           ::fstatat(item->folder.get(), item->name.constData(), &info, AT_SYMLINK_NOFOLLOW) == 0;
+    if (::fstatat(item->folder.get(), item->name.constData(), &info, AT_SYMLINK_NOFOLLOW) != 0)
+        return false;
+    return S_ISDIR(info.st_mode) || !atPath.endsWith(u'/');
 }
 
 std::error_code FileManager::createDirectory(const QString &atPath)

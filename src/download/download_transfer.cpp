@@ -1,0 +1,53 @@
+// The transfer and the check of what came back.
+
+#include "download/zelkam_mobile_file_download_util.h"
+
+#include "host/zlog.h"
+#include "platform/foundation/console.h"
+#include "platform/network/url_session.h"
+
+namespace zelkam {
+
+void ZelkamMobileFileDownloadUtil::sendRequest(const URLRequest &request)
+{
+    print(QStringLiteral("sendRequest(_:)"));
+    auto configuration = URLSessionConfiguration::defaultConfiguration();
+    configuration.waitsForConnectivity = true;
+    configuration.timeoutIntervalForResource = std::chrono::seconds(60);
+    configuration.timeoutIntervalForRequest = std::chrono::seconds(60);
+    URLSession session(configuration);
+    const auto task = session.downloadTask(
+        request, [self = shared_from_this()](std::optional<URL> location,
+                                             const std::shared_ptr<const URLResponse> &response,
+                                             std::optional<URLError> error) {
+            if (error) {
+                ZLog::debug(QStringLiteral("error:Optional(%1)").arg(error->debugDescription()));
+                self->replyError(CommandStatus::NETWORK_RESPONSE_ERROR,
+                                 error->localizedDescription());
+            } else if (location && response) {
+                self->saveFile(*location, response);
+            } else {
+                self->replyError(CommandStatus::UNKNOWN, QStringLiteral("Check netowork response"));
+            }
+        });
+    task->resume();
+}
+
+bool ZelkamMobileFileDownloadUtil::checkResponse(const URLResponse &response) const
+{
+    const auto *http = dynamic_cast<const HTTPURLResponse *>(&response);
+    const int statusCode = http ? http->statusCode() : 0;
+    if (statusCode == 200)
+        return true;
+    hideActivityIndicator();
+    if (isPost()) {
+        replyError(QStringLiteral("2044"),
+                   QStringLiteral("Failed to download file using POST method.-httpStatus:%1")
+                       .arg(statusCode));
+    } else {
+        replyGetFailure();
+    }
+    return false;
+}
+
+} // namespace zelkam

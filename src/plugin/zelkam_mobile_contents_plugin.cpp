@@ -1,0 +1,32 @@
+#include "plugin/zelkam_mobile_contents_plugin.h"
+
+#include "platform/foundation/bundle.h"
+
+#include <utility>
+
+namespace zelkam {
+
+ZelkamMobileContentsPlugin::ZelkamMobileContentsPlugin()
+{
+    Bundle::add(QStringLiteral("zelkam.mobile.ZelkamMobileContents"));
+}
+
+ZelkamMobileContentsPlugin::~ZelkamMobileContentsPlugin() = default;
+
+CallBackManagerPtr ZelkamMobileContentsPlugin::currentCallBack() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_currentCallBack;
+}
+
+void ZelkamMobileContentsPlugin::setCurrentCallBack(CallBackManagerPtr callBack)
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        std::swap(m_currentCallBack, callBack);
+    }
+    // The call that was there is let go here, outside of the lock: its end may tell the page
+    // something, and what that leads to is not this object's to know.
+}
+
+} // namespace zelkam

@@ -1,0 +1,94 @@
+#include "preview/zelkam_mobile_contents_pre_view_vc.h"
+
+#include "host/zelkam_mobile_plugin.h"
+#include "platform/foundation/console.h"
+#include "platform/foundation/system_version.h"
+#include "platform/ui/layout_guide.h"
+#include "platform/ui/ql_preview_controller.h"
+#include "platform/ui/ui_activity_view_controller.h"
+#include "platform/ui/ui_bar_button_item.h"
+#include "platform/ui/ui_device.h"
+#include "platform/ui/ui_navigation_bar.h"
+#include "preview/preview_data_source.h"
+
+namespace zelkam {
+
+namespace {
+
+constexpr int barHeight = 44;
+/// A strip of 6 points is left free between the bar and the preview.
+constexpr int previewTop = 50;
+
+} // namespace
+
+ZelkamMobileContentsPreViewVC::ZelkamMobileContentsPreViewVC(std::optional<QString> nibName,
+                                                             const Bundle *bundle)
+    : UIViewController(std::move(nibName), bundle)
+{
+}
+
+ZelkamMobileContentsPreViewVC::~ZelkamMobileContentsPreViewVC() = default;
+
+void ZelkamMobileContentsPreViewVC::viewDidLoad()
+{
+    UIViewController::viewDidLoad();
+    setNeedsStatusBarAppearanceUpdate();
+}
+
+void ZelkamMobileContentsPreViewVC::viewDidAppear(bool animated)
+{
+    UIViewController::viewDidAppear(animated);
+    const auto preview = std::make_shared<QLPreviewController>();
+    if (!filePath) {
+        print(QStringLiteral("file path is nil"));
+        return;
+    }
+    const QString name = filePath->lastPathComponent();
+    const auto item = std::make_shared<PreviewItem>(*filePath, name);
+    preview->setDataSource(std::make_shared<PreviewDataSource>(item));
+    addChild(preview);
+    preview->view()->setParent(view());
+
+    auto *bar =
+        new UINavigationBar(QRect(0, safeAreaInsets().top(), view()->width(), barHeight), view());
+    const auto navigationItem = std::make_shared<UINavigationItem>(name);
+    navigationItem->leftBarButtonItem = std::make_shared<UIBarButtonItem>(
+        UIBarButtonSystemItem::done, this, [this](QObject *sender) { onTapDone(sender); });
+    if (shareOpt) {
+        navigationItem->rightBarButtonItem = std::make_shared<UIBarButtonItem>(
+            UIBarButtonSystemItem::action, this, [this](QObject *sender) { onTapShare(sender); });
+    }
+    bar->setItems({navigationItem}, true);
+
+    pinToSafeArea(preview->view(), QMargins(0, previewTop, 0, 0));
+    preview->view()->show();
+    bar->show();
+    bar->raise();
+    preview->didMove(this);
+}
+
+void ZelkamMobileContentsPreViewVC::onTapDone(QObject * /*sender*/)
+{
+    if (auto *presenter = presentingViewController())
+        presenter->dismiss(true);
+}
+
+void ZelkamMobileContentsPreViewVC::onTapShare(QObject *sender)
+{
+    QList<URL> items;
+    if (filePath)
+        items.append(*filePath);
+    const auto sheet = std::make_shared<UIActivityViewController>(items);
+    if (UIDevice::current().userInterfaceIdiom() == UIUserInterfaceIdiom::pad) {
+        auto *button = qobject_cast<UIBarButtonItem *>(sender);
+        if (auto *popover = sheet->popoverPresentationController()) {
+            if (isSystemVersionAtLeast(16, 0))
+                popover->setSourceItem(button);
+            else
+                popover->setBarButtonItem(button);
+        }
+    }
+    present(sheet, true);
+}
+
+} // namespace zelkam
