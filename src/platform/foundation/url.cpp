@@ -3,6 +3,8 @@
 #include "platform/foundation/percent_encoding.h"
 #include "platform/foundation/system_version.h"
 
+#include <QRegularExpression>
+
 namespace zelkam {
 
 namespace {
@@ -40,6 +42,23 @@ std::optional<QString> encodingInvalidCharacters(const QString &string)
     return result;
 }
 
+/// RFC 3986 allows percent-encoded UTF-8 in a host name, QUrl does not: gives the text with such
+/// a host in its ASCII form. Nothing when the host is none once it is decoded.
+std::optional<QString> withAsciiHost(const QString &text)
+{
+    static const QRegularExpression authority(
+        QStringLiteral("^[A-Za-z][A-Za-z0-9+.-]*://(?:[^/?#@]*@)?([^/?#@:]*%[^/?#@:]*)"));
+    const auto match = authority.match(text);
+    if (!match.hasMatch())
+        return text;
+    const auto host = removingPercentEncoding(match.captured(1));
+    const QByteArray ascii = host ? QUrl::toAce(*host) : QByteArray();
+    if (ascii.isEmpty())
+        return std::nullopt;
+    return QString(text).replace(match.capturedStart(1), match.capturedLength(1),
+                                 QString::fromLatin1(ascii));
+}
+
 } // namespace
 
 std::optional<URL> URL::fromString(const QString &string)
@@ -59,8 +78,9 @@ std::optional<URL> URL::fromString(const QString &string)
             c == u'^' || c == u'`' || c == u'{' || c == u'|' || c == u'}')
             return std::nullopt;
     }
-    const QUrl url(text, QUrl::StrictMode);
-    if (!url.isValid())
+    const auto parsable = withAsciiHost(text);
+    const QUrl url(parsable.value_or(QString()), QUrl::StrictMode);
+    if (!parsable || !url.isValid())
         return std::nullopt;
     return URL(text, url);
 }

@@ -1,0 +1,162 @@
+#include "platform/foundation/file_manager.h"
+#include "platform/foundation/file_reader.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QtTest>
+#include <sys/stat.h>
+
+using namespace zelkam;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+void write(const QString &path, const QByteArray &content = "content")
+{
+    QFile file(path);
+    QVERIFY2(file.open(QIODevice::WriteOnly), qPrintable(path));
+    file.write(content);
+}
+
+QByteArray read(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no file)");
+}
+
+} // namespace
+
+/// The container is "in"; beside it lies what nobody may reach.
+class TestFileManager : public QObject
+{
+    Q_OBJECT
+
+private:
+    FileManager &files = FileManager::defaultManager();
+    std::unique_ptr<QTemporaryDir> root;
+    QString outside;
+    QString container;
+
+private slots:
+    void init()
+    {
+        root = std::make_unique<QTemporaryDir>();
+        outside = root->filePath(u"secret"_s);
+        write(outside);
+        QVERIFY(!setTemporaryDirectory(root->filePath(u"in"_s)));
+        container = NSTemporaryDirectory();
+        QVERIFY(container.endsWith(u"/in/"_s));
+        QVERIFY(!files.createDirectory(container + u"Download"_s));
+        files.addOwnFolder(container + u"Download"_s);
+        write(container + u"Download/a"_s);
+        QVERIFY(QFile::link(root->path(), container + u"link"_s));
+        QVERIFY(QFile::link(outside, container + u"Download/secret-link"_s));
+    }
+
+    void refuses_data()
+    {
+        QTest::addColumn<QString>("path"); // {in} stands for the container, {out} for above it
+        QTest::newRow("dots that lead out") << u"{in}/../secret"_s;
+        QTest::newRow("dots that lead out from a folder") << u"{in}/Download/../../secret"_s;
+        QTest::newRow("dots that stay inside") << u"{in}/Download/../Download/a"_s;
+        QTest::newRow("an absolute path") << u"{out}/secret"_s;
+        QTest::newRow("a path that begins like the container") << u"{in}side/secret"_s;
+        QTest::newRow("a folder that is a link") << u"{in}/link/secret"_s;
+        QTest::newRow("a relative path") << u"secret"_s;
+        QTest::newRow("no path") << u""_s;
+        QTest::newRow("a path with a null") << u"{in}/a\0b"_s;
+        QTest::newRow("the container") << u"{in}/"_s;
+        QTest::newRow("the container without its slash") << u"{in}"_s;
+        QTest::newRow("a folder that the application lives by") << u"{in}/Download"_s;
+        QTest::newRow("the same, spelled out") << u"{in}//Download/./"_s;
+    }
+    void refuses()
+    {
+        QFETCH(QString, path);
+        QDir().mkpath(root->filePath(u"inside"_s));
+        write(root->filePath(u"inside/secret"_s));
+        path.replace(u"{in}"_s, root->filePath(u"in"_s)).replace(u"{out}"_s, root->path());
+        QVERIFY(files.removeItem(path));
+        QVERIFY(files.moveItem(path, container + u"taken"_s));
+        QVERIFY(files.moveItem(container + u"Download/a"_s, path));
+        QVERIFY(files.createDirectory(path));
+        QCOMPARE(read(outside), "content");
+        QCOMPARE(read(root->filePath(u"inside/secret"_s)), "content");
+        QCOMPARE(read(container + u"Download/a"_s), "content");
+        QVERIFY(!QFile::exists(container + u"taken"_s));
+    }
+
+    void removesALinkAndNotItsTarget()
+    {
+        QVERIFY(files.fileExists(container + u"Download/secret-link"_s));
+        QVERIFY(!files.removeItem(container + u"Download/secret-link"_s));
+        QVERIFY(!files.fileExists(container + u"Download/secret-link"_s));
+        QCOMPARE(read(outside), "content");
+    }
+
+    void removesAFolderWithAllItHolds()
+    {
+        QDir().mkpath(container + u"x/y/z"_s);
+        write(container + u"x/y/file"_s);
+        QVERIFY(QFile::link(root->path(), container + u"x/out"_s));
+        QVERIFY(!files.removeItem(container + u"x"_s));
+        QVERIFY(!files.fileExists(container + u"x"_s));
+        QCOMPARE(read(outside), "content");
+    }
+
+    void movesAndNeverReplaces()
+    {
+        write(container + u"b"_s, "new");
+        QCOMPARE(files.moveItem(container + u"b"_s, container + u"Download/a"_s),
+                 std::errc::file_exists);
+        QCOMPARE(read(container + u"Download/a"_s), "content");
+        QVERIFY(!files.moveItem(container + u"b"_s, container + u"Download/b ü%"_s));
+        QCOMPARE(read(container + u"Download/b ü%"_s), "new");
+        QVERIFY(files.moveItem(container + u"Download/a"_s, container + u"missing/a"_s));
+        QVERIFY(files.moveItem(container + u"Download/a"_s, container + u"Download/c/"_s));
+        QVERIFY(files.moveItem(container + u"Download/a"_s,
+                               container + u"Download/"_s + QString(300, u'n')));
+        QCOMPARE(read(container + u"Download/a"_s), "content");
+        // A name with a slash at its end is not that file.
+        QVERIFY(!files.fileExists(container + u"Download/a/"_s));
+        QVERIFY(files.fileExists(container + u"Download/"_s));
+    }
+
+    void readsRegularFilesOnly()
+    {
+        const QString pipe = container + u"pipe"_s;
+        QCOMPARE(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+        QVERIFY(!dataWithContentsOf(URL::fromFilePath(pipe)));
+        QVERIFY(!dataWithContentsOf(URL::fromFilePath(u"/dev/zero"_s)));
+        QVERIFY(!dataWithContentsOf(URL::fromFilePath(container)));
+        QVERIFY(!dataWithContentsOf(URL::fromFilePath(container + u"missing"_s)));
+        QVERIFY(!dataWithContentsOf(URL::fromString(u"http://host/etc/hosts"_s).value()));
+        QVERIFY(!dataWithContentsOf(URL::fromString(u"file://host/etc/hosts"_s).value()));
+        QVERIFY(!dataWithContentsOf(URL::fromString(u"//host/etc/hosts"_s).value()));
+    }
+
+    void readsWhatTheHostMadeAnAddressFor()
+    {
+        write(container + u"a b"_s, "spaced");
+        QCOMPARE(dataWithContentsOf(URL::fromFilePath(container + u"a b"_s)), "spaced");
+        QCOMPARE(dataWithContentsOf(URL::fromString(container + u"a%20b"_s).value()), "spaced");
+        const URL address = URL::fromString(u"host-files:/a%20b"_s).value();
+        QVERIFY(!dataWithContentsOf(address));
+        setAddressResolver([this](const URL &url) -> std::optional<QString> {
+            return container + url.lastPathComponent();
+        });
+        QCOMPARE(dataWithContentsOf(address), "spaced");
+        setAddressResolver({});
+    }
+
+    void keepsTheContainerWhenANewOneCannotBeMade()
+    {
+        QVERIFY(setTemporaryDirectory(outside));
+        QVERIFY(setTemporaryDirectory(outside + u"/below"_s));
+        QCOMPARE(NSTemporaryDirectory(), container);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestFileManager)
+#include "tst_file_manager.moc"
