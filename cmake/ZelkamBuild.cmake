@@ -5,6 +5,8 @@ set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+# No form files here; headers such as ui_window.h would be taken for their output.
+set(CMAKE_AUTOUIC OFF)
 
 find_program(ZELKAM_CCACHE ccache)
 if(ZELKAM_CCACHE)

@@ -11,8 +11,12 @@ namespace zelkam {
 /// distance between the two widgets' edges. Zero where no widget has the property.
 QMargins safeAreaInsets(const QWidget *widget);
 
+/// Puts a widget into another, above what is there, and shows it.
+void addSubview(QWidget *to, QWidget *subview);
+
 /// Keeps a widget inside its parent's safe area, at fixed distances from the area's edges, for
-/// as long as both live: now and whenever the parent's size or the insets change.
+/// as long as both live: now and whenever its parent, the parent's size or the insets change.
+/// A second call replaces the first.
 ///
 /// @param constants  distances from the safe area's edges, in points; they may be negative
 void pinToSafeArea(QWidget *subview, const QMargins &constants = {});

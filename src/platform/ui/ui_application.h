@@ -1,13 +1,12 @@
 #pragma once
 
 #include "platform/ui/ui_view_controller.h"
+#include "platform/ui/ui_window.h"
 
 #include <QObject>
 #include <QPointer>
 
 namespace zelkam {
-
-class UIWindow;
 
 /// The application's user interface as a whole. Main thread only.
 class UIApplication : public QObject

@@ -34,6 +34,7 @@ private:
     void showTop();
 
     QPointer<UINavigationBar> m_bar;
+    QMetaObject::Connection m_titleConnection;
     bool m_barHidden = false;
 };
 

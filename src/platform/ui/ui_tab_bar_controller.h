@@ -2,7 +2,7 @@
 
 #include "platform/ui/ui_view_controller.h"
 
-class QTabBar;
+#include <QTabBar>
 
 namespace zelkam {
 
@@ -28,6 +28,7 @@ public:
     void viewDidLayoutSubviews() override;
 
 private:
+    void fillBar();
     void showSelected();
 
     QPointer<QTabBar> m_bar;

@@ -145,6 +145,9 @@ protected:
     /// As it stands, the view slides over the window's whole height.
     virtual void layoutTransition(double shown);
 
+    /// Takes a child's view out of this one's, with the child's "disappear" calls; the child stays.
+    void hideChild(UIViewController &child);
+
 private:
     friend class UIWindow;
     friend class PresentationCoordinator;

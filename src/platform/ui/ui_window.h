@@ -58,6 +58,7 @@ private:
     friend class UIViewController;
     friend class PresentationCoordinator;
     PresentationCoordinator &coordinator() { return *m_coordinator; }
+    void appear();
 
     std::shared_ptr<UIViewController> m_root;
     std::unique_ptr<PresentationCoordinator> m_coordinator;

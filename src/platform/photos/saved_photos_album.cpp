@@ -1,0 +1,141 @@
+#include "platform/photos/saved_photos_album.h"
+
+#include "platform/foundation/dispatch_queue.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QImageWriter>
+#include <QStandardPaths>
+#include <QTemporaryFile>
+#include <cerrno>
+#include <condition_variable>
+#include <cstdio>
+#include <fcntl.h>
+#include <mutex>
+#include <unistd.h>
+
+namespace zelkam {
+
+namespace {
+
+/// The writes that were asked for and are not over, and where they go.
+struct Album
+{
+    std::mutex mutex;
+    std::condition_variable allWritten;
+    int pending = 0;
+    QString directory;
+    DispatchQueue queue;
+};
+
+Album &album()
+{
+    // Never destroyed: a write may end while the program's other statics already go.
+    static Album &instance = *new Album;
+    return instance;
+}
+
+/// Renames without replacing. Returns 0 or the system's error.
+int renameToFree(const QByteArray &from, const QByteArray &to)
+{
+    if (::renameat2(AT_FDCWD, from.constData(), AT_FDCWD, to.constData(), RENAME_NOREPLACE) == 0)
+        return 0;
+    if (errno != EINVAL && errno != ENOSYS)
+        return errno;
+    // A file system that cannot rename so can mostly link so.
+    if (::link(from.constData(), to.constData()) != 0)
+        return errno;
+    ::unlink(from.constData());
+    return 0;
+}
+
+/// Gives the finished file its name, the first free one. Returns an error's sentence, or nothing.
+QString giveName(QTemporaryFile &file, const QDir &folder, const QString &stem,
+                 const QString &suffix)
+{
+    constexpr int attempts = 10000;
+    const QByteArray from = QFile::encodeName(file.fileName());
+    for (int number = 1; number < attempts; ++number) {
+        const QString name = number == 1 ? stem : QStringLiteral("%1_%2").arg(stem).arg(number);
+        const QByteArray to = QFile::encodeName(folder.filePath(name + suffix));
+        const int error = renameToFree(from, to);
+        if (error == 0) {
+            file.setAutoRemove(false);
+            return {};
+        }
+        if (error != EEXIST)
+            return qt_error_string(error);
+    }
+    return QStringLiteral("no free name");
+}
+
+/// Returns an error's sentence, or nothing.
+QString writeImage(const UIImage &image, const QString &directory, const QDateTime &time)
+{
+    if (!QDir().mkpath(directory))
+        return QStringLiteral("the folder cannot be made");
+    const QDir folder(directory);
+    QTemporaryFile file(folder.filePath(QStringLiteral(".zelkam-XXXXXX.part")));
+    if (!file.open())
+        return file.errorString();
+
+    const bool transparent = image.hasTransparency();
+    QImageWriter writer(&file, transparent ? "png" : "jpeg");
+    constexpr int jpegQuality = 92;
+    if (!transparent)
+        writer.setQuality(jpegQuality);
+    // A PNG without transparency in its format is smaller; JPEG knows none at all.
+    if (!writer.write(transparent ? image.toQImage()
+                                  : image.toQImage().convertToFormat(QImage::Format_RGB32)))
+        return writer.errorString();
+    if (!file.flush() || ::fsync(file.handle()) != 0)
+        return qt_error_string(errno);
+    file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther);
+    return giveName(file, folder, time.toString(QStringLiteral("'IMG_'yyyyMMdd'_'HHmmss")),
+                    transparent ? QStringLiteral(".png") : QStringLiteral(".jpg"));
+}
+
+} // namespace
+
+void UIImageWriteToSavedPhotosAlbum(const UIImage &image)
+{
+    Album &shared = album();
+    const QString directory = picturesDirectory();
+    const QDateTime now = QDateTime::currentDateTime();
+    const std::lock_guard lock(shared.mutex);
+    ++shared.pending;
+    shared.queue.async([&shared, image, directory, now] {
+        const QString error = writeImage(image, directory, now);
+        if (!error.isEmpty())
+            qWarning("An image could not be added to the album: %ls", qUtf16Printable(error));
+        const std::lock_guard writing(shared.mutex);
+        --shared.pending;
+        shared.allWritten.notify_all();
+    });
+}
+
+QString picturesDirectory()
+{
+    Album &shared = album();
+    const std::lock_guard lock(shared.mutex);
+    return shared.directory.isEmpty()
+               ? QStandardPaths::writableLocation(QStandardPaths::PicturesLocation)
+               : shared.directory;
+}
+
+void setPicturesDirectory(const QString &path)
+{
+    Album &shared = album();
+    const std::lock_guard lock(shared.mutex);
+    shared.directory = path.isEmpty() ? path : QDir(path).absolutePath();
+}
+
+bool waitForAlbumWrites(std::chrono::milliseconds timeout)
+{
+    Album &shared = album();
+    std::unique_lock lock(shared.mutex);
+    return shared.allWritten.wait_for(lock, timeout, [&shared] { return shared.pending == 0; });
+}
+
+} // namespace zelkam

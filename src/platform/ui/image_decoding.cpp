@@ -1,0 +1,123 @@
+#include "platform/ui/image_decoding.h"
+
+#include "platform/ui/jpeg_structure.h"
+
+#include <QBuffer>
+#include <QColorSpace>
+#include <QImageReader>
+
+namespace zelkam {
+
+namespace {
+
+bool isHeic(const QByteArray &head)
+{
+    // ISO/IEC 23008-12: a file type box whose major brand is one of the still-image brands.
+    static const QByteArrayList brands{"heic", "heix", "heim", "heis", "mif1", "msf1", "avif"};
+    return head.size() >= 12 && head.mid(4, 4) == "ftyp" && brands.contains(head.mid(8, 4));
+}
+
+bool jpegIsWithin(const QByteArray &data, const ImageLimits &limits)
+{
+    const auto structure = readJpegStructure(data);
+    if (!structure)
+        return false;
+    if (!structure->progressive)
+        return structure->scans <= limits.scans;
+    const qint64 pixels = qint64(structure->size.width()) * structure->size.height();
+    const qint64 coefficientBytes = 3 * 2 * pixels;
+    return structure->scans <= limits.scans && structure->scans * pixels <= limits.scanPixels &&
+           4 * pixels + coefficientBytes <= limits.progressiveBytes;
+}
+
+/// A QImage frees its text only with its pixels; an image without text is handed on as it is.
+QImage withoutMetadata(QImage image)
+{
+    if (image.textKeys().isEmpty())
+        return image;
+    const QImage bare(image.constBits(), image.width(), image.height(), image.bytesPerLine(),
+                      image.format());
+    QImage copy = bare.copy();
+    copy.setColorTable(image.colorTable());
+    copy.setColorSpace(image.colorSpace());
+    return copy;
+}
+
+} // namespace
+
+QByteArray rasterFormat(const QByteArray &head)
+{
+    if (head.startsWith("\xff\xd8\xff"))
+        return "jpeg";
+    if (head.startsWith("\x89PNG\r\n\x1a\n"))
+        return "png";
+    if (head.startsWith("GIF87a") || head.startsWith("GIF89a"))
+        return "gif";
+    if (head.startsWith("BM"))
+        return "bmp";
+    if (head.startsWith("RIFF") && head.mid(8, 4) == "WEBP")
+        return "webp";
+    if (head.startsWith(QByteArray("II*\0", 4)) || head.startsWith(QByteArray("MM\0*", 4)))
+        return "tiff";
+    if (head.startsWith(QByteArray("\0\0\1\0", 4)))
+        return "ico";
+    if (isHeic(head))
+        return "heic";
+    return {};
+}
+
+std::optional<QImage> decodeImage(const QByteArray &data, int maximumEdge,
+                                  const ImageLimits &limits)
+{
+    const QByteArray format = rasterFormat(data.left(16));
+    if (format.isEmpty() || (format == "jpeg" && !jpegIsWithin(data, limits)))
+        return std::nullopt;
+
+    QBuffer buffer;
+    buffer.setData(data);
+    buffer.open(QIODevice::ReadOnly);
+    QImageReader reader(&buffer, format);
+    reader.setAutoDetectImageFormat(false);
+    reader.setAutoTransform(true);
+
+    const QSize size = reader.size();
+    if (size.isEmpty())
+        return std::nullopt;
+    QSize target = size;
+    if (maximumEdge > 0 && qMax(size.width(), size.height()) > maximumEdge)
+        target.scale(maximumEdge, maximumEdge, Qt::KeepAspectRatio);
+    target = target.expandedTo({1, 1});
+    if (target != size)
+        reader.setScaledSize(target);
+    // Only the JPEG decoder scales while it reads; the others hold the whole image first.
+    const QSize held = format == "jpeg" ? target : size;
+    if (4 * qint64(held.width()) * held.height() > limits.pixelBytes)
+        return std::nullopt;
+
+    QImage image;
+    if (!reader.read(&image) || image.isNull())
+        return std::nullopt;
+    image = withoutMetadata(std::move(image));
+    const QColorSpace sRgb(QColorSpace::SRgb);
+    if (image.colorSpace().isValid() && image.colorSpace() != sRgb)
+        image.convertToColorSpace(sRgb);
+    image.setColorSpace(sRgb);
+    return image;
+}
+
+QSize imageSize(const QByteArray &data)
+{
+    const QByteArray format = rasterFormat(data.left(16));
+    if (format.isEmpty())
+        return {};
+    QBuffer buffer;
+    buffer.setData(data);
+    buffer.open(QIODevice::ReadOnly);
+    QImageReader reader(&buffer, format);
+    reader.setAutoDetectImageFormat(false);
+    const QSize size = reader.size();
+    return reader.transformation() & QImageIOHandler::TransformationRotate90 ? size.transposed()
+                                                                             : size;
+}
+
+} // namespace zelkam

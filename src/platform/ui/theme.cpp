@@ -1,0 +1,154 @@
+#include "platform/ui/theme.h"
+
+#include <QApplication>
+#include <QPainter>
+#include <QStyle>
+#include <QStyleFactory>
+
+namespace zelkam {
+
+namespace {
+
+std::optional<bool> reducesMotionSetting;
+
+QColor mixed(const QColor &a, const QColor &b, double share)
+{
+    const auto part = [share](float from, float to) { return from + float(share) * (to - from); };
+    return QColor::fromRgbF(part(a.redF(), b.redF()), part(a.greenF(), b.greenF()),
+                            part(a.blueF(), b.blueF()));
+}
+
+struct Colors
+{
+    QRgb window, base, raised, text, secondary, border, accent, onAccent;
+};
+
+constexpr Colors lightColors{0xfff5f6f8, 0xffffffff, 0xffffffff, 0xff1b1e23,
+                             0xff5d6470, 0xffd3d7de, 0xff2563d9, 0xffffffff};
+constexpr Colors darkColors{0xff15171b, 0xff1e2126, 0xff262a30, 0xffeceef2,
+                            0xff9ea5b1, 0xff3a3f48, 0xff7aa7ff, 0xff0d1830};
+
+bool systemIsDark()
+{
+    static const bool dark = isDark(QApplication::palette());
+    return dark;
+}
+
+} // namespace
+
+QPalette themePalette(ColorScheme scheme)
+{
+    const bool dark =
+        scheme == ColorScheme::dark || (scheme == ColorScheme::system && systemIsDark());
+    const Colors &colors = dark ? darkColors : lightColors;
+    QPalette palette(QColor(colors.raised), QColor(colors.window));
+    palette.setColor(QPalette::Window, QColor(colors.window));
+    palette.setColor(QPalette::WindowText, QColor(colors.text));
+    palette.setColor(QPalette::Base, QColor(colors.base));
+    palette.setColor(QPalette::AlternateBase, QColor(colors.window));
+    palette.setColor(QPalette::Text, QColor(colors.text));
+    palette.setColor(QPalette::PlaceholderText, QColor(colors.secondary));
+    palette.setColor(QPalette::Button, QColor(colors.raised));
+    palette.setColor(QPalette::ButtonText, QColor(colors.text));
+    palette.setColor(QPalette::ToolTipBase, QColor(colors.raised));
+    palette.setColor(QPalette::ToolTipText, QColor(colors.text));
+    palette.setColor(QPalette::Mid, QColor(colors.border));
+    palette.setColor(QPalette::Highlight, QColor(colors.accent));
+    palette.setColor(QPalette::HighlightedText, QColor(colors.onAccent));
+    palette.setColor(QPalette::Link, QColor(colors.accent));
+    const QColor faint = mixed(QColor(colors.text), QColor(colors.window), 0.6);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        palette.setColor(QPalette::Disabled, role, faint);
+    return palette;
+}
+
+void applyTheme(ColorScheme scheme)
+{
+    const QPalette palette = themePalette(scheme); // asks for the system's before it is replaced
+    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setPalette(palette);
+
+    QFont font;
+    font.setFamilies({QStringLiteral("Inter"), QStringLiteral("Noto Sans"),
+                      QStringLiteral("Noto Sans CJK JP"), QStringLiteral("Noto Color Emoji")});
+    font.setPixelSize(metrics::bodyText);
+    QApplication::setFont(font);
+
+    QIcon::setThemeName(isDark(palette) ? QStringLiteral("breeze-dark") : QStringLiteral("breeze"));
+    QIcon::setFallbackThemeName(QStringLiteral("breeze"));
+}
+
+QFont themeFont(TextRole role, const QFont &base)
+{
+    QFont font = base;
+    switch (role) {
+    case TextRole::body:
+        font.setPixelSize(metrics::bodyText);
+        break;
+    case TextRole::title:
+        font.setPixelSize(metrics::titleText);
+        font.setWeight(QFont::DemiBold);
+        break;
+    case TextRole::caption:
+        font.setPixelSize(metrics::captionText);
+        break;
+    }
+    return font;
+}
+
+QColor accentColor(const QPalette &palette)
+{
+    return palette.color(QPalette::Highlight);
+}
+
+QColor separatorColor(const QPalette &palette)
+{
+    return mixed(palette.color(QPalette::Window), palette.color(QPalette::WindowText), 0.16);
+}
+
+QColor secondaryTextColor(const QPalette &palette)
+{
+    return mixed(palette.color(QPalette::WindowText), palette.color(QPalette::Window), 0.36);
+}
+
+bool isDark(const QPalette &palette)
+{
+    return palette.color(QPalette::Window).lightness() <
+           palette.color(QPalette::WindowText).lightness();
+}
+
+QPixmap tintedIcon(const QString &name, int size, const QColor &color, double devicePixelRatio)
+{
+    QPixmap pixmap = kindIcon({name}, size, devicePixelRatio);
+    if (pixmap.isNull())
+        return pixmap;
+    QPainter painter(&pixmap);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+    painter.fillRect(QRectF({}, pixmap.deviceIndependentSize()), color);
+    return pixmap;
+}
+
+QPixmap kindIcon(const QStringList &names, int size, double devicePixelRatio)
+{
+    for (const QString &name : names) {
+        const QIcon icon = QIcon::fromTheme(name);
+        const QPixmap pixmap = icon.pixmap(QSize(size, size), devicePixelRatio);
+        if (!pixmap.isNull())
+            return pixmap;
+    }
+    return {};
+}
+
+bool reducesMotion()
+{
+    if (reducesMotionSetting)
+        return *reducesMotionSetting;
+    return QApplication::style()->styleHint(QStyle::SH_Widget_Animation_Duration) == 0;
+}
+
+void setReducesMotion(std::optional<bool> reduces)
+{
+    reducesMotionSetting = reduces;
+}
+
+} // namespace zelkam
