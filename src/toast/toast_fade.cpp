@@ -1,0 +1,65 @@
+#include "toast/toast_fade.h"
+
+#include "toast/toast_effect.h"
+#include "toast/toast_manager.h"
+#include "toast/toast_motion.h"
+
+#include <QCoreApplication>
+#include <QPropertyAnimation>
+
+#include <cmath>
+#include <limits>
+
+namespace zelkam {
+
+int toMilliseconds(double seconds)
+{
+    const double milliseconds = std::round(seconds * 1000.0);
+    if (!(milliseconds > 0.0))
+        return 0;
+    constexpr int most = std::numeric_limits<int>::max();
+    return milliseconds < most ? int(milliseconds) : most;
+}
+
+static QEasingCurve easing(FadeCurve curve)
+{
+    QEasingCurve easing(QEasingCurve::BezierSpline);
+    if (curve == FadeCurve::easeOut)
+        easing.addCubicBezierSegment({0.0, 0.0}, {0.58, 1.0}, {1.0, 1.0});
+    else
+        easing.addCubicBezierSegment({0.42, 0.0}, {1.0, 1.0}, {1.0, 1.0});
+    return easing;
+}
+
+void fadeToast(QWidget *view, double alpha, FadeCurve curve, std::function<void()> completion)
+{
+    ToastEffect *effect = ToastEffect::of(view);
+    if (auto *running =
+            effect->findChild<QPropertyAnimation *>(QString(), Qt::FindDirectChildrenOnly))
+        running->stop();
+
+    auto *fade = new QPropertyAnimation(effect, "alpha", effect);
+    const double seconds = ToastManager::shared().style.fadeDuration.count();
+    fade->setDuration(isMotionReduced(view) ? 0 : toMilliseconds(seconds));
+    fade->setEasingCurve(easing(curve));
+    fade->setStartValue(effect->alpha());
+    fade->setEndValue(alpha);
+    // stateChanged, as finished says nothing of a fade that was cut short. Always a trip through
+    // the event loop: a callback may delete the host, and a queue may be thousands long.
+    QObject::connect(fade, &QAbstractAnimation::stateChanged, qApp,
+                     [view = QPointer(view),
+                      completion = std::move(completion)](QAbstractAnimation::State state) {
+                         if (state != QAbstractAnimation::Stopped)
+                             return;
+                         QMetaObject::invokeMethod(
+                             qApp,
+                             [view, completion] {
+                                 if (view)
+                                     completion();
+                             },
+                             Qt::QueuedConnection);
+                     });
+    fade->start(QAbstractAnimation::DeleteWhenStopped);
+}
+
+} // namespace zelkam

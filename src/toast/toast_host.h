@@ -1,0 +1,58 @@
+#pragma once
+
+#include "toast/toast_placement.h"
+
+#include <QList>
+#include <QObject>
+#include <QPointer>
+#include <QWidget>
+
+#include <memory>
+
+namespace zelkam {
+
+using ToastArray = QList<QPointer<QWidget>>;
+
+/// What a host widget knows of its toasts. Made with the first toast, a child of the host.
+///
+/// Owns the toasts that are on no screen: those in the queue, and those that have been removed but
+/// are still listed as active. They die with the host; nobody is called back for them.
+class ToastHost : public QObject
+{
+    Q_OBJECT
+
+public:
+    static ToastHost &of(QWidget *host);
+    ~ToastHost() override;
+
+    /// The toasts that are shown, and those that wait. Each is the array that the host holds under
+    /// its key; an empty one is made and attached where there is none.
+    std::shared_ptr<ToastArray> activeToasts() const;
+    std::shared_ptr<ToastArray> queue() const;
+
+    /// Makes the view a child of the host, on top of its siblings, and from now on keeps its
+    /// relative place when the host changes its size.
+    void addSubview(QWidget *view, QPointF center);
+
+    /// Takes a view off the screen, or one that was never there into custody.
+    void park(QWidget *view);
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    explicit ToastHost(QWidget *host);
+
+    struct Placed
+    {
+        QPointer<QWidget> view;
+        FlexibleMargins margins;
+    };
+
+    QWidget *m_host;
+    QList<Placed> m_placed;
+    // Never shown: it is only the parent of what is parked.
+    std::unique_ptr<QWidget> m_waitingRoom;
+};
+
+} // namespace zelkam

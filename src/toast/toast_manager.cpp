@@ -1,0 +1,11 @@
+#include "toast/toast_manager.h"
+
+namespace zelkam {
+
+ToastManager &ToastManager::shared()
+{
+    static ToastManager manager;
+    return manager;
+}
+
+} // namespace zelkam

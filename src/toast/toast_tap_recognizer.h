@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QWidget>
+
+namespace zelkam {
+
+/// Stands between a toast and presses on it, by mouse or by touch.
+///
+/// No press on the view reaches what lies below. One finger or the left button that goes down and
+/// up within the view, and does not leave it in between, is a tap. While a finger is on the view,
+/// the rest of its window gets no touches.
+class ToastTapRecognizer : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit ToastTapRecognizer(QWidget *view);
+    ~ToastTapRecognizer() override;
+
+    QWidget *view() const { return m_view; }
+
+signals:
+    void tapped();
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    bool handleMouse(QEvent *event);
+    bool handleTouch(QEvent *event);
+    bool keepFromOthers(QObject *watched, QEvent *event) const;
+    void begin();
+    void move(QPointF position);
+    void end(bool isTap);
+
+    QPointer<QWidget> m_view;
+    bool m_isDown = false;
+    bool m_canBeTap = false;
+};
+
+} // namespace zelkam
