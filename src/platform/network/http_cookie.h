@@ -43,9 +43,13 @@ public:
     /// replaces the other.
     bool hasSameIdentity(const HTTPCookie &other) const;
 
-    /// Whether a request to the URL carries the cookie: domain, path and security by RFC 6265,
-    /// 5.4; an expired one never. A cookie that names no server at all matches none.
-    bool matches(const URL &url) const;
+    /// Whether domain, path and security fit a request to the URL, by RFC 6265, 5.4. A cookie that
+    /// names no server at all fits none.
+    bool belongsTo(const URL &url) const;
+
+    /// Whether a request can carry it: it has a name, and holds nothing that would end its place
+    /// in the header.
+    bool isSendable() const;
 
     /// The "Cookie" header that carries all the cookies, in the order given, with no choice made
     /// among them; no entry when there are none.

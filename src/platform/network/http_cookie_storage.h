@@ -54,12 +54,13 @@ public:
 
     /// Calls the observer after each change, on the thread that made it and with no lock held, so
     /// it may call the store. Changes of several threads may be told in another order than they
-    /// were made in; cookies() is the truth.
+    /// were made in; cookies() is the truth. That a cookie has expired is not told: whoever copied
+    /// it knows its date too.
     [[nodiscard]] Observation observe(Observer observer);
 
 private:
     struct Data;
-    std::shared_ptr<Data> m_data;
+    std::unique_ptr<Data> m_data;
 };
 
 } // namespace zelkam

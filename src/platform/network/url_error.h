@@ -16,7 +16,7 @@ public:
         timedOut,
         notConnectedToInternet,
         cannotFindHost,
-        cannotFindProxy,
+        cannotConnectToProxy,
         cannotConnectToHost,
         networkConnectionLost,
         bodyCutShort,

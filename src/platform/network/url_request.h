@@ -18,10 +18,10 @@ public:
     /// How the platform may answer from a cache. There is no cache here: every request goes out.
     enum class CachePolicy { useProtocolCachePolicy = 0 };
 
-    explicit URLRequest(const URL &url,
-                        CachePolicy cachePolicy = CachePolicy::useProtocolCachePolicy,
-                        std::chrono::milliseconds timeoutInterval = std::chrono::seconds(60))
-        : url(url), cachePolicy(cachePolicy), timeoutInterval(timeoutInterval)
+    explicit URLRequest(const URL &address,
+                        CachePolicy policy = CachePolicy::useProtocolCachePolicy,
+                        std::chrono::milliseconds timeout = std::chrono::seconds(60))
+        : url(address), cachePolicy(policy), timeoutInterval(timeout)
     {
     }
 

@@ -88,6 +88,7 @@ public:
                                                          CompletionHandler completionHandler);
 
 private:
+    friend class URLSessionDownloadTask;
     struct Shared;
     std::shared_ptr<Shared> m_shared;
 };

@@ -1,0 +1,107 @@
+#include "platform/network/url_session.h"
+
+#include "platform/foundation/dispatch_queue.h"
+#include "platform/network/network_thread.h"
+
+#include <mutex>
+#include <utility>
+
+namespace zelkam {
+
+struct URLSession::Shared
+{
+    URLSessionConfiguration configuration;
+    DispatchQueue queue;
+};
+
+/// Shared by the handles and, once resumed, by the job. The completion handler is taken out when
+/// it is queued, so it can be called once only.
+struct URLSessionDownloadTask::State
+{
+    State(std::shared_ptr<URLSession::Shared> ofSession, const URLRequest &with,
+          URLSession::CompletionHandler completionHandler)
+        : session(std::move(ofSession)), request(with), handler(std::move(completionHandler))
+    {
+    }
+
+    void complete(DownloadResult result)
+    {
+        URLSession::CompletionHandler completion;
+        {
+            const std::lock_guard lock(mutex);
+            completion = std::exchange(handler, nullptr);
+        }
+        if (!completion)
+            return;
+        session->queue.async([completion = std::move(completion), result = std::move(result)] {
+            std::optional<URL> location;
+            if (result.file)
+                location = URL::fromFilePath(result.file->path());
+            completion(std::move(location), result.response, result.error);
+        });
+    }
+
+    std::shared_ptr<URLSession::Shared> session;
+    URLRequest request;
+    std::mutex mutex; // guards the rest
+    URLSession::CompletionHandler handler;
+    bool resumed = false;
+    std::weak_ptr<DownloadJob> job; // while it runs: the job holds this state
+};
+
+URLSessionDownloadTask::URLSessionDownloadTask(std::shared_ptr<State> state)
+    : m_state(std::move(state))
+{
+}
+
+URLSessionDownloadTask::~URLSessionDownloadTask() = default;
+
+void URLSessionDownloadTask::resume()
+{
+    std::shared_ptr<DownloadJob> job;
+    {
+        const std::lock_guard lock(m_state->mutex);
+        if (!m_state->handler || std::exchange(m_state->resumed, true))
+            return;
+        job = std::make_shared<DownloadJob>(
+            DownloadJob{m_state->request, m_state->session->configuration, {}});
+        job->finished = [state = m_state](DownloadResult result) {
+            state->complete(std::move(result));
+        };
+        m_state->job = job;
+    }
+    NetworkThread::instance().start(std::move(job));
+}
+
+void URLSessionDownloadTask::cancel()
+{
+    std::shared_ptr<DownloadJob> job;
+    bool resumed = false;
+    {
+        const std::lock_guard lock(m_state->mutex);
+        resumed = m_state->resumed;
+        job = m_state->job.lock();
+    }
+    if (job)
+        NetworkThread::instance().cancel(std::move(job));
+    else if (!resumed)
+        m_state->complete({nullptr, nullptr, URLError(URLError::Code::cancelled)});
+}
+
+URLSession::URLSession(const URLSessionConfiguration &configuration)
+    : m_shared(std::make_shared<Shared>())
+{
+    m_shared->configuration = configuration;
+}
+
+URLSession::~URLSession() = default;
+
+std::shared_ptr<URLSessionDownloadTask>
+URLSession::downloadTask(const URLRequest &with, CompletionHandler completionHandler)
+{
+    auto state = std::make_shared<URLSessionDownloadTask::State>(m_shared, with,
+                                                                 std::move(completionHandler));
+    return std::shared_ptr<URLSessionDownloadTask>(new URLSessionDownloadTask(std::move(state)));
+}
+
+} // namespace zelkam
