@@ -1,0 +1,93 @@
+#pragma once
+
+#include "platform/network/url_session.h"
+
+#include <QFile>
+#include <QtTest>
+#include <chrono>
+#include <future>
+#include <memory>
+#include <sys/stat.h>
+
+/// What a completion handler was given, and what it saw of the file while it ran.
+struct Outcome
+{
+    int calls = 0;
+    QString path; ///< empty when there was no location
+    QByteArray data;
+    unsigned int fileMode = 0;
+    std::shared_ptr<const zelkam::HTTPURLResponse> response;
+    std::optional<zelkam::URLError> error;
+
+    int status() const { return response ? response->statusCode() : 0; }
+    zelkam::URLError::Code code() const
+    {
+        return error ? error->code() : zelkam::URLError::Code::unknown;
+    }
+};
+
+/// A download whose end can be waited for.
+class DownloadProbe
+{
+public:
+    explicit DownloadProbe(const zelkam::URLRequest &request,
+                           const zelkam::URLSessionConfiguration &configuration = {})
+        : DownloadProbe(request, std::make_unique<zelkam::URLSession>(configuration).get())
+    {
+    }
+
+    DownloadProbe(const zelkam::URLRequest &request, zelkam::URLSession *session)
+    {
+        m_future = m_state->promise.get_future();
+        task = session->downloadTask(request, [state = m_state](auto location, auto response,
+                                                                auto error) {
+            Outcome &outcome = state->outcome;
+            ++outcome.calls;
+            outcome.response = std::dynamic_pointer_cast<const zelkam::HTTPURLResponse>(response);
+            outcome.error = error;
+            if (location) {
+                outcome.path = location->path();
+                QFile file(outcome.path);
+                if (file.open(QIODevice::ReadOnly))
+                    outcome.data = file.readAll();
+                struct stat info
+                {
+                };
+                ::stat(QFile::encodeName(outcome.path).constData(), &info);
+                outcome.fileMode = info.st_mode & 0777U;
+            }
+            state->promise.set_value();
+        });
+    }
+
+    /// The outcome; a default one, with no call, when none has come within the time.
+    Outcome wait(std::chrono::milliseconds atMost = std::chrono::seconds(30))
+    {
+        return m_future.wait_for(atMost) == std::future_status::ready ? m_state->outcome
+                                                                      : Outcome();
+    }
+
+    std::shared_ptr<zelkam::URLSessionDownloadTask> task;
+
+private:
+    struct State
+    {
+        std::promise<void> promise;
+        Outcome outcome;
+    };
+    std::shared_ptr<State> m_state = std::make_shared<State>();
+    std::future<void> m_future;
+};
+
+inline Outcome download(const zelkam::URLRequest &request,
+                        const zelkam::URLSessionConfiguration &configuration = {})
+{
+    DownloadProbe probe(request, configuration);
+    probe.task->resume();
+    return probe.wait();
+}
+
+inline zelkam::URLRequest requestFor(const QString &url)
+{
+    return zelkam::URLRequest(*zelkam::URL::fromString(url));
+}

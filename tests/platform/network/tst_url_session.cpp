@@ -1,0 +1,382 @@
+#include "download_probe.h"
+#include "platform/foundation/file_manager.h"
+#include "platform/network/connectivity.h"
+#include "support/http_test_server.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+#include <atomic>
+#include <sched.h>
+#include <sys/resource.h>
+#include <thread>
+
+using namespace zelkam;
+using namespace std::chrono_literals;
+
+Q_DECLARE_METATYPE(zelkam::URLError::Code)
+
+namespace {
+
+using Code = URLError::Code;
+
+} // namespace
+
+class TestURLSession : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase()
+    {
+        QVERIFY(m_folder.isValid());
+        QVERIFY(!setTemporaryDirectory(m_folder.path()));
+    }
+
+    void cleanup() { QTRY_COMPARE(filesLeft(), 0); }
+
+    void givesBodyAndResponseAndRemovesTheFile()
+    {
+        const QByteArray body = QByteArray("0123456789").repeated(100'000);
+        m_server.on("/a.bin", HttpTestServer::answer(body, "Content-Type: Text/Plain; x=y\r\n"));
+        const Outcome outcome = download(requestFor(m_server.url(QStringLiteral("/a.bin"))));
+        QVERIFY(!outcome.error);
+        QCOMPARE(outcome.data, body);
+        QCOMPARE(outcome.status(), 200);
+        QCOMPARE(outcome.response->mimeType(), QStringLiteral("text/plain"));
+        QCOMPARE(outcome.response->expectedContentLength(), body.size());
+        QCOMPARE(outcome.fileMode, 0600U);
+        QVERIFY(outcome.path.startsWith(NSTemporaryDirectory()));
+        QTRY_VERIFY(!QFile::exists(outcome.path));
+    }
+
+    void anyStatusIsASuccess_data()
+    {
+        QTest::addColumn<QByteArray>("answer");
+        QTest::addColumn<int>("status");
+        QTest::newRow("created") << HttpTestServer::answer("x", {}, "201 Created") << 201;
+        QTest::newRow("nothing to send") << QByteArray("HTTP/1.1 204 No Content\r\n\r\n") << 204;
+        QTest::newRow("not modified") << QByteArray("HTTP/1.1 304 Not Modified\r\n\r\n") << 304;
+        QTest::newRow("not found") << HttpTestServer::answer("x", {}, "404 Not Found") << 404;
+        QTest::newRow("a redirect to nowhere") << HttpTestServer::answer("x", {}, "302 F") << 302;
+        QTest::newRow("after interim answers")
+            << "HTTP/1.1 103 Early Hints\r\nX-A: 1\r\n\r\n" + HttpTestServer::answer("x") << 200;
+    }
+
+    void anyStatusIsASuccess()
+    {
+        QFETCH(const QByteArray, answer);
+        m_server.on("/", answer);
+        const Outcome outcome = download(requestFor(m_server.url(QStringLiteral("/"))));
+        QVERIFY(!outcome.error);
+        QTEST(outcome.status(), "status");
+        QVERIFY(!outcome.path.isEmpty());
+        QVERIFY(!outcome.response->value(QStringLiteral("x-a")));
+    }
+
+    void brokenAnswersAreErrorsAndNeverFiles_data()
+    {
+        QTest::addColumn<QByteArray>("answer");
+        QTest::addColumn<Code>("code");
+        const QByteArray ok = "HTTP/1.1 200 OK\r\n";
+        QTest::newRow("cut short") << ok + "Content-Length: 100\r\n\r\nabc" << Code::bodyCutShort;
+        QTest::newRow("broken chunk") << ok + "Transfer-Encoding: chunked\r\n\r\n3\r\nabc\r\nzz\r\n"
+                                      << Code::badServerResponse;
+        QTest::newRow("missing last chunk") << ok + "Transfer-Encoding: chunked\r\n\r\n3\r\nabc\r\n"
+                                            << Code::bodyCutShort;
+        QTest::newRow("damaged gzip")
+            << HttpTestServer::answer("no gzip at all", "Content-Encoding: gzip\r\n")
+            << Code::cannotDecodeContentData;
+        QTest::newRow("no status line") << QByteArray("hello") << Code::badServerResponse;
+        QTest::newRow("NUL in a header")
+            << ok + QByteArray("A: \0\r\n\r\n", 8) << Code::badServerResponse;
+        QTest::newRow("no answer") << QByteArray() << Code::networkConnectionLost;
+        QTest::newRow("only an interim answer")
+            << QByteArray("HTTP/1.1 100 Continue\r\n\r\n") << Code::networkConnectionLost;
+        QTest::newRow("flood of headers") << ok + QByteArray("X: y\r\n").repeated(2000) + "\r\n"
+                                          << Code::headersTooLarge;
+        QTest::newRow("flood of interim answers")
+            << QByteArray("HTTP/1.1 103 E\r\nA: b\r\n\r\n").repeated(2000) << Code::headersTooLarge;
+        QTest::newRow("redirect to a file")
+            << HttpTestServer::redirect("302 F", QStringLiteral("file:///etc/passwd"))
+            << Code::redirectToUnsupportedURL;
+        QTest::newRow("redirect in a circle")
+            << HttpTestServer::redirect("302 F", QStringLiteral("/")) << Code::httpTooManyRedirects;
+    }
+
+    void brokenAnswersAreErrorsAndNeverFiles()
+    {
+        QFETCH(const QByteArray, answer);
+        m_server.on("/", answer);
+        const Outcome outcome = download(requestFor(m_server.url(QStringLiteral("/"))));
+        QVERIFY(outcome.error);
+        qInfo().noquote() << outcome.error->debugDescription();
+        QTEST(outcome.code(), "code");
+        QVERIFY(outcome.path.isEmpty());
+        QVERIFY(!outcome.response);
+    }
+
+    void requestsThatCannotBeSent_data()
+    {
+        QTest::addColumn<QString>("url");
+        QTest::addColumn<QString>("headerName");
+        QTest::addColumn<QString>("headerValue");
+        QTest::addColumn<Code>("code");
+        const QString ok = m_server.url(QStringLiteral("/"));
+        const QString name = QStringLiteral("X-A");
+        QTest::newRow("file URL") << QStringLiteral("file:///etc/passwd") << name << name
+                                  << Code::unsupportedURL;
+        QTest::newRow("no host") << QStringLiteral("http:///a") << name << name << Code::badURL;
+        QTest::newRow("line break in a value")
+            << ok << name << QStringLiteral("a\r\nX-B: b") << Code::badURL;
+        QTest::newRow("line break in cookies")
+            << ok << QStringLiteral("Cookie") << QStringLiteral("a=b\nX: y") << Code::badURL;
+        QTest::newRow("NUL in a value") << ok << name << QString(QChar(0)) << Code::badURL;
+        QTest::newRow("colon in a name")
+            << ok << QStringLiteral("X-A: b\r\nX-B") << name << Code::badURL;
+        QTest::newRow("empty name") << ok << QString() << name << Code::badURL;
+        QTest::newRow("nobody listens")
+            << QStringLiteral("http://127.0.0.1:1/") << name << name << Code::cannotConnectToHost;
+        QTest::newRow("unknown host")
+            << QStringLiteral("http://nowhere.invalid/") << name << name << Code::cannotFindHost;
+    }
+
+    void requestsThatCannotBeSent()
+    {
+        QFETCH(const QString, url);
+        QFETCH(const QString, headerName);
+        QFETCH(const QString, headerValue);
+        const qsizetype before = m_server.requests().size();
+        setConnectivityCheck([] { return true; });
+        URLRequest request = requestFor(url);
+        request.setValue(headerValue, headerName);
+        const Outcome outcome = download(request);
+        setConnectivityCheck(nullptr);
+        QVERIFY(outcome.error);
+        QTEST(outcome.code(), "code");
+        QCOMPARE(m_server.requests().size(), before);
+    }
+
+    void sendsHeadersAsTheyWereSet()
+    {
+        m_server.on("/h", HttpTestServer::answer({}));
+        URLRequest request = requestFor(m_server.url(QStringLiteral("/h")));
+        request.httpMethod = QStringLiteral("POST");
+        request.httpBody = "{\"a\":1}";
+        request.setValue(QStringLiteral("text/plain"), QStringLiteral("content-type"));
+        request.setValue(QStringLiteral("application/json"), QStringLiteral("Content-Type"));
+        request.setValue(QString(), QStringLiteral("X-Empty"));
+        request.setValue(QStringLiteral("\u00e9"), QStringLiteral("X-Text"));
+        request.setValue(QStringLiteral("3"), QStringLiteral("Content-Length"));
+        request.setValue(QStringLiteral("chunked"), QStringLiteral("Transfer-Encoding"));
+        request.setValue(QStringLiteral("evil"), QStringLiteral("host"));
+        QVERIFY(!download(request).error);
+        const auto sent = m_server.requests().last();
+        QCOMPARE(sent.method, "POST");
+        QCOMPARE(sent.body, request.httpBody);
+        QCOMPARE(sent.header("Content-Type"), "application/json");
+        QVERIFY(!sent.header("X-Empty").isNull());
+        QCOMPARE(sent.header("X-Text"), "\xc3\xa9");
+        QCOMPARE(sent.header("Content-Length"), "7");
+        QVERIFY(sent.header("Transfer-Encoding").isNull());
+        QCOMPARE(sent.header("Host"), "127.0.0.1:" + QByteArray::number(m_server.port()));
+    }
+
+    void decodesTheBody()
+    {
+        const QByteArray hello =
+            QByteArray::fromHex("1f8b0800000000000003cb48cdc9c90700 86a61036 05000000");
+        m_server.on("/z", HttpTestServer::answer(hello, "Content-Encoding: gzip\r\n"));
+        const Outcome outcome = download(requestFor(m_server.url(QStringLiteral("/z"))));
+        QCOMPARE(outcome.data, "hello");
+        QCOMPARE(outcome.response->expectedContentLength(), URLResponse::unknownLength);
+        QVERIFY(m_server.requests().last().header("Accept-Encoding").contains("gzip"));
+    }
+
+    void failedWriteIsAnError_data()
+    {
+        QTest::addColumn<bool>("folderIsGone");
+        QTest::newRow("file may not grow") << false;
+        QTest::newRow("no folder") << true;
+    }
+
+    void failedWriteIsAnError()
+    {
+        QFETCH(const bool, folderIsGone);
+        m_server.on("/w", HttpTestServer::answer(QByteArray(300'000, 'x')));
+        rlimit limit{};
+        QCOMPARE(::getrlimit(RLIMIT_FSIZE, &limit), 0);
+        rlimit small = limit;
+        small.rlim_cur = 100'000;
+        if (folderIsGone)
+            QVERIFY(QDir().rename(m_folder.path(), m_folder.path() + QStringLiteral("-gone")));
+        else
+            QCOMPARE(::setrlimit(RLIMIT_FSIZE, &small), 0);
+        const Outcome outcome = download(requestFor(m_server.url(QStringLiteral("/w"))));
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+        if (folderIsGone)
+            QVERIFY(QDir().rename(m_folder.path() + QStringLiteral("-gone"), m_folder.path()));
+        QVERIFY(outcome.error);
+        QCOMPARE(outcome.code(), folderIsGone ? Code::cannotCreateFile : Code::cannotWriteToFile);
+        QVERIFY(outcome.path.isEmpty());
+        QVERIFY(!download(requestFor(m_server.url(QStringLiteral("/w")))).error);
+    }
+
+    void silenceEndsATransferAndSlownessDoesNot()
+    {
+        m_server.on("/slow", [](const auto &, HttpTestServer::Connection &connection) {
+            connection.send("HTTP/1.1 200 OK\r\nContent-Length: 8\r\n\r\n");
+            for (int i = 0; i < 8 && connection.isOpen(); ++i) {
+                connection.send("x");
+                connection.pause(100ms);
+            }
+        });
+        m_server.on("/stuck", [](const auto &, HttpTestServer::Connection &connection) {
+            connection.send("HTTP/1.1 200 OK\r\nContent-Length: 8\r\n\r\nx");
+            connection.pause(60s);
+        });
+        URLSessionConfiguration configuration;
+        configuration.timeoutIntervalForRequest = 500ms;
+        const URLRequest slow = requestFor(m_server.url(QStringLiteral("/slow")));
+        QCOMPARE(download(slow, configuration).data, "xxxxxxxx");
+        const URLRequest stuck = requestFor(m_server.url(QStringLiteral("/stuck")));
+        QCOMPARE(download(stuck, configuration).code(), Code::timedOut);
+        configuration.timeoutIntervalForResource = 300ms;
+        const Outcome outcome = download(slow, configuration);
+        QCOMPARE(outcome.code(), Code::timedOut);
+        QCOMPARE(outcome.error->localizedDescription(), QStringLiteral("The request timed out."));
+    }
+
+    void waitsForConnectivity()
+    {
+        static std::atomic<bool> connected;
+        connected = false;
+        setConnectivityCheck([] { return connected.load(); });
+        m_server.on("/c", HttpTestServer::answer("x"));
+        QCOMPARE(download(requestFor(m_server.url(QStringLiteral("/c")))).status(), 200);
+
+        // This address reaches the server too, but is no loopback address by its text.
+        const QString address = m_server.url(QStringLiteral("/c"), QStringLiteral("0.0.0.0"));
+        QCOMPARE(download(requestFor(address)).code(), Code::notConnectedToInternet);
+        URLSessionConfiguration configuration;
+        configuration.waitsForConnectivity = true;
+        configuration.timeoutIntervalForRequest = 100ms;
+        configuration.timeoutIntervalForResource = 500ms;
+        QCOMPARE(download(requestFor(address), configuration).code(), Code::timedOut);
+
+        configuration.timeoutIntervalForResource = 60s;
+        configuration.timeoutIntervalForRequest = 60s;
+        DownloadProbe probe(requestFor(address), configuration);
+        probe.task->resume();
+        QCOMPARE(probe.wait(300ms).calls, 0);
+        connected = true;
+        QCOMPARE(probe.wait().status(), 200);
+        setConnectivityCheck(nullptr);
+    }
+
+    void aNamespaceWithLoopbackOnlyIsNotConnected()
+    {
+        bool isolated = false;
+        bool usable = true;
+        std::thread([&] {
+            isolated = ::unshare(CLONE_NEWNET) == 0;
+            usable = hasUsableNetworkInterface();
+        }).join();
+        if (!isolated)
+            QSKIP("This process may not make a network namespace.");
+        QVERIFY(!usable);
+    }
+
+    void cancelCallsTheHandlerOnce_data()
+    {
+        QTest::addColumn<bool>("started");
+        QTest::newRow("before it starts") << false;
+        QTest::newRow("while it runs") << true;
+    }
+
+    void cancelCallsTheHandlerOnce()
+    {
+        QFETCH(const bool, started);
+        m_server.on("/stuck", [](const auto &, HttpTestServer::Connection &connection) {
+            connection.send("HTTP/1.1 200 OK\r\nContent-Length: 8\r\n\r\nx");
+            connection.pause(60s);
+        });
+        const qsizetype before = m_server.requests().size();
+        DownloadProbe probe(requestFor(m_server.url(QStringLiteral("/stuck"))));
+        if (started) {
+            probe.task->resume();
+            QTRY_COMPARE(filesLeft(), 1);
+        }
+        probe.task->cancel();
+        probe.task->cancel();
+        QCOMPARE(probe.wait().code(), Code::cancelled);
+        probe.task->resume();
+        QTest::qWait(100);
+        QCOMPARE(probe.wait().calls, 1);
+        QCOMPARE(m_server.requests().size(), before + (started ? 1 : 0));
+    }
+
+    void runsOnWithoutHandles()
+    {
+        m_server.on("/a", [](const auto &, HttpTestServer::Connection &connection) {
+            connection.pause(200ms);
+            connection.send(HttpTestServer::answer("x"));
+        });
+        DownloadProbe probe(requestFor(m_server.url(QStringLiteral("/a"))));
+        probe.task->resume();
+        probe.task.reset();
+        QCOMPARE(probe.wait().data, "x");
+    }
+
+    void manyAtOnceUseOneThreadAndOneQueue()
+    {
+        constexpr int count = 64;
+        std::atomic<int> waiting = 0;
+        m_server.on("/many", [&](const auto &request, HttpTestServer::Connection &connection) {
+            ++waiting;
+            while (waiting < count && connection.isOpen())
+                connection.pause(5ms);
+            connection.send(HttpTestServer::answer(request.target));
+        });
+        URLSession session{URLSessionConfiguration()};
+        std::atomic<int> inside = 0;
+        std::atomic<int> done = 0;
+        std::atomic<bool> overlapped = false;
+        std::atomic<int> right = 0;
+        for (int i = 0; i < count; ++i) {
+            const QString url = m_server.url(QStringLiteral("/many?%1").arg(i));
+            session
+                .downloadTask(requestFor(url),
+                              [&, i](const auto &location, const auto &, const auto &) {
+                                  overlapped = overlapped || ++inside > 1;
+                                  QFile file(location ? location->path() : QString());
+                                  if (file.open(QIODevice::ReadOnly) &&
+                                      file.readAll() == "/many?" + QByteArray::number(i))
+                                      ++right;
+                                  --inside;
+                                  ++done;
+                              })
+                ->resume();
+        }
+        QTRY_COMPARE_WITH_TIMEOUT(done.load(), count, 30'000);
+        QCOMPARE(right.load(), count);
+        QVERIFY(!overlapped);
+    }
+
+    void everyFailureHasItsOwnSentence()
+    {
+        QSet<QString> sentences;
+        const int count = static_cast<int>(Code::diskFull) + 1;
+        for (int code = 0; code < count; ++code)
+            sentences += URLError(static_cast<Code>(code)).localizedDescription();
+        QCOMPARE(sentences.size(), count);
+    }
+
+private:
+    qsizetype filesLeft() const { return QDir(m_folder.path()).entryList(QDir::Files).size(); }
+
+    QTemporaryDir m_folder;
+    HttpTestServer m_server;
+};
+
+QTEST_GUILESS_MAIN(TestURLSession)
+#include "tst_url_session.moc"
