@@ -1,8 +1,11 @@
 #pragma once
 
+#include "platform/foundation/regular_file.h"
+
 #include <QByteArray>
 #include <QSet>
 #include <QString>
+#include <functional>
 #include <mutex>
 #include <system_error>
 
@@ -48,8 +51,20 @@ public:
     /// at the target; nothing is ever replaced.
     std::error_code moveItem(const QString &atPath, const QString &toPath);
 
+    /// Makes a file with the contents, or replaces the file or the link that is there. It appears
+    /// whole or not at all: on any failure, what was there stays as it was. A folder is never
+    /// replaced, and where the application has a folder of its own no file is made.
+    std::error_code createFile(const QString &atPath, const QByteArray &contents);
+
+    /// The same with the contents of an open file from its start. The system copies them, so that
+    /// memory does not grow with the file, shares what it can share and keeps holes.
+    std::error_code createFile(const QString &atPath, const RegularFile &contentsOf);
+
 private:
+    using Writer = std::function<std::error_code(int fd)>;
+
     FileManager() = default;
+    std::error_code createFile(const QString &atPath, const Writer &write);
     bool isOwnFolder(const QString &path) const;
 
     mutable std::mutex m_mutex;

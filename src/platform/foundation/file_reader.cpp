@@ -1,17 +1,13 @@
 #include "platform/foundation/file_reader.h"
 
-#include "platform/foundation/sandbox_path.h"
-
-#include <QFile>
-#include <cerrno>
-#include <fcntl.h>
+#include <algorithm>
 #include <mutex>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace zelkam {
 
 namespace {
+
+constexpr qsizetype growth = 64 * 1024;
 
 std::mutex resolverMutex;
 
@@ -50,28 +46,24 @@ std::optional<QString> localPath(const URL &url)
     return resolver ? resolver(url) : std::nullopt;
 }
 
-std::optional<QByteArray> dataWithContentsOf(const URL &url)
+std::optional<RegularFile> openContentsOf(const URL &url)
 {
     const auto path = localPath(url);
-    if (!path || path->isEmpty() || path->contains(QChar(u'\0')))
-        return std::nullopt;
-    // Without O_NONBLOCK, opening a pipe would wait for somebody to write to it.
-    const FileDescriptor file(
-        ::open(QFile::encodeName(*path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
-    struct stat info = {};
-    if (!file.isOpen() || ::fstat(file.get(), &info) != 0 || !S_ISREG(info.st_mode))
-        return std::nullopt;
+    return path ? RegularFile::open(*path) : std::nullopt;
+}
 
-    QByteArray bytes(static_cast<qsizetype>(info.st_size), Qt::Uninitialized);
+std::optional<QByteArray> dataWithContentsOf(const URL &url)
+{
+    const auto file = openContentsOf(url);
+    if (!file)
+        return std::nullopt;
+    QByteArray bytes(static_cast<qsizetype>(file->size()), Qt::Uninitialized);
     qsizetype filled = 0;
-    for (;;) {
-        // The file may have grown since its size was asked for; one more read finds its end.
+    while (filled < file->limit()) {
+        // Only a file without a size gets here with a full buffer.
         if (filled == bytes.size())
-            bytes.resize(bytes.size() + 4096);
-        const ssize_t got =
-            ::read(file.get(), bytes.data() + filled, static_cast<size_t>(bytes.size() - filled));
-        if (got < 0 && errno == EINTR)
-            continue;
+            bytes.resize(filled + std::min<qsizetype>(file->limit() - filled, growth));
+        const qint64 got = file->read(bytes.data() + filled, bytes.size() - filled);
         if (got < 0)
             return std::nullopt;
         if (got == 0)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/foundation/regular_file.h"
 #include "platform/foundation/url.h"
 
 #include <QByteArray>
@@ -20,9 +21,12 @@ void setAddressResolver(AddressResolver resolver);
 /// that the host made. Nothing for any other URL. From any thread.
 std::optional<QString> localPath(const URL &url);
 
-/// Reads the whole file at a URL. Only regular files are read, so that a pipe or a device
-/// cannot block the caller. Fails when the URL names no local file, the file cannot be opened,
-/// or a read fails. From any thread.
+/// Opens the file at a URL for reading. Fails when the URL names no local file, or it is no
+/// regular file that may be read. From any thread.
+std::optional<RegularFile> openContentsOf(const URL &url);
+
+/// Reads the whole file at a URL; fails like openContentsOf(), and when a read fails. From any
+/// thread.
 std::optional<QByteArray> dataWithContentsOf(const URL &url);
 
 } // namespace zelkam

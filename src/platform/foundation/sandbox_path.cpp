@@ -6,31 +6,8 @@
 #include <QStringList>
 #include <cerrno>
 #include <fcntl.h>
-#include <unistd.h>
-#include <utility>
 
 namespace zelkam {
-
-FileDescriptor &FileDescriptor::operator=(FileDescriptor &&other) noexcept
-{
-    if (this != &other) {
-        if (isOpen())
-            ::close(m_fd);
-        m_fd = other.release();
-    }
-    return *this;
-}
-
-FileDescriptor::~FileDescriptor()
-{
-    if (isOpen())
-        ::close(m_fd);
-}
-
-int FileDescriptor::release()
-{
-    return std::exchange(m_fd, -1);
-}
 
 std::error_code lastError()
 {

@@ -5,6 +5,8 @@
 #include <QFile>
 #include <QTemporaryDir>
 #include <QtTest>
+#include <csignal>
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 using namespace zelkam;
@@ -81,6 +83,7 @@ private slots:
         QVERIFY(files.moveItem(path, container + u"taken"_s));
         QVERIFY(files.moveItem(container + u"Download/a"_s, path));
         QVERIFY(files.createDirectory(path));
+        QVERIFY(files.createFile(path, "new"));
         QCOMPARE(read(outside), "content");
         QCOMPARE(read(root->filePath(u"inside/secret"_s)), "content");
         QCOMPARE(read(container + u"Download/a"_s), "content");
@@ -121,6 +124,71 @@ private slots:
         // A name with a slash at its end is not that file.
         QVERIFY(!files.fileExists(container + u"Download/a/"_s));
         QVERIFY(files.fileExists(container + u"Download/"_s));
+    }
+
+    void makesAFileWholeOrNotAtAll()
+    {
+        const QString target = container + u"a.pdf"_s;
+        QVERIFY(!files.createFile(target, "first"));
+        QVERIFY(!files.createFile(target, "second"));
+        QCOMPARE(read(target), "second");
+        // A link gives way to the file; what it points to does not change.
+        QVERIFY(!files.createFile(container + u"Download/secret-link"_s, "mine"));
+        QCOMPARE(read(container + u"Download/secret-link"_s), "mine");
+        QCOMPARE(read(outside), "content");
+
+        QDir().mkpath(container + u"folder"_s);
+        QVERIFY(files.createFile(container + u"folder"_s, "x"));
+        QVERIFY(files.createFile(container + u"folder/"_s, "x"));
+        QVERIFY(files.createFile(container + QString(256, u'n'), "x"));
+        // A full disk, as far as a process can have one of its own.
+        rlimit limit = {};
+        ::getrlimit(RLIMIT_FSIZE, &limit);
+        const rlimit small{1000, limit.rlim_max};
+        const auto ignored = ::signal(SIGXFSZ, SIG_IGN);
+        ::setrlimit(RLIMIT_FSIZE, &small);
+        const bool failed = bool(files.createFile(target, QByteArray(5000, 'x')));
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+        ::signal(SIGXFSZ, ignored);
+        QVERIFY(failed);
+        QCOMPARE(read(target), "second");
+        QCOMPARE(QDir(container).entryList({u".zelkam-*"_s}, QDir::Files | QDir::Hidden),
+                 QStringList());
+    }
+
+    void copiesAnOpenFile_data()
+    {
+        QTest::addColumn<QString>("path"); // empty: a file with a hole in it
+        QTest::newRow("a file with a hole") << u""_s;
+        QTest::newRow("a file that is made up as it is read") << u"/proc/cpuinfo"_s;
+        QTest::newRow("a file of another file system")
+            << u"/sys/kernel/mm/transparent_hugepage/enabled"_s;
+    }
+    void copiesAnOpenFile()
+    {
+        QFETCH(QString, path);
+        if (path.isEmpty()) {
+            path = outside;
+            QFile file(path);
+            QVERIFY(file.open(QIODevice::ReadWrite));
+            file.seek(3'000'000);
+            file.write("end");
+            file.resize(4'000'000);
+        }
+        const auto from = RegularFile::open(path);
+        QVERIFY(from);
+        QVERIFY(!files.createFile(container + u"copy"_s, *from));
+        QVERIFY(!read(path).isEmpty());
+        // The frequencies in cpuinfo change as one looks.
+        QCOMPARE(read(container + u"copy"_s).left(100), read(path).left(100));
+        QCOMPARE(dataWithContentsOf(URL::fromFilePath(path)).value().left(100),
+                 read(path).left(100));
+        if (path == outside) {
+            QCOMPARE(read(container + u"copy"_s), read(path));
+            struct stat info = {};
+            ::stat(QFile::encodeName(container + u"copy"_s).constData(), &info);
+            QVERIFY(info.st_blocks * 512 < 1'000'000);
+        }
     }
 
     void readsRegularFilesOnly()

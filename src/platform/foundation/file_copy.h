@@ -1,0 +1,16 @@
+#pragma once
+
+#include "platform/foundation/regular_file.h"
+
+#include <system_error>
+
+namespace zelkam {
+
+/// Writes all bytes to an open file.
+std::error_code writeAll(int fd, const char *data, qint64 size);
+
+/// Copies a file from its start into an open, empty file, in the kernel where that can be done.
+/// Fails with the first error of either side.
+std::error_code copyContents(const RegularFile &from, int to);
+
+} // namespace zelkam

@@ -1,0 +1,69 @@
+#include "platform/foundation/regular_file.h"
+
+#include <QFile>
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace zelkam {
+
+namespace {
+
+/// A file without a size may have no end either.
+constexpr qint64 maxMadeUpContent = 64 * 1024 * 1024;
+
+bool isPath(const QString &path)
+{
+    return !path.isEmpty() && !path.contains(QChar(u'\0'));
+}
+
+} // namespace
+
+bool isRegularFile(const QString &path)
+{
+    struct stat info = {};
+    return isPath(path) && ::stat(QFile::encodeName(path).constData(), &info) == 0 &&
+           S_ISREG(info.st_mode);
+}
+
+std::optional<RegularFile> RegularFile::open(const QString &path)
+{
+    // Opening some devices has an effect of its own, so they are turned away before. Without
+    // O_NONBLOCK, opening a pipe that has come in between would wait for somebody to write to it.
+    if (!isRegularFile(path))
+        return std::nullopt;
+    FileDescriptor file(
+        ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY));
+    struct stat info = {};
+    if (!file.isOpen() || ::fstat(file.get(), &info) != 0 || !S_ISREG(info.st_mode))
+        return std::nullopt;
+    return RegularFile(std::move(file), info.st_size);
+}
+
+qint64 RegularFile::limit() const
+{
+    return m_size > 0 ? m_size : maxMadeUpContent;
+}
+
+qint64 RegularFile::read(char *data, qint64 maxSize) const
+{
+    ssize_t got = 0;
+    do {
+        got = ::read(m_file.get(), data, static_cast<size_t>(maxSize));
+    } while (got < 0 && errno == EINTR);
+    return got;
+}
+
+QByteArray RegularFile::head(qsizetype maxSize) const
+{
+    QByteArray bytes(maxSize, Qt::Uninitialized);
+    ssize_t got = 0;
+    do {
+        got = ::pread(m_file.get(), bytes.data(), static_cast<size_t>(maxSize), 0);
+    } while (got < 0 && errno == EINTR);
+    bytes.truncate(got < 0 ? 0 : got);
+    return bytes;
+}
+
+} // namespace zelkam
