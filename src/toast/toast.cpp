@@ -113,7 +113,8 @@ void hideAllToasts(QWidget *host, bool includeActivity, bool clearQueue)
     const ToastArray snapshot = *ToastHost::of(host).activeToasts();
     for (const QPointer<QWidget> &toast : snapshot)
         hideToast(host, toast);
-    Q_UNUSED(includeActivity)
+    if (includeActivity)
+        hideToastActivity(host);
 }
 
 void clearToastQueue(QWidget *host)

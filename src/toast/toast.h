@@ -70,6 +70,17 @@ void hideToast(QWidget *host, QWidget *toast);
 /// Hides all toasts of the host, on request with its activity bubble and without those that wait.
 void hideAllToasts(QWidget *host, bool includeActivity = false, bool clearQueue = true);
 
+/// Shows the host's activity bubble, for work of unknown length: a spinner that stays until it is
+/// hidden, of the shared style at this moment. One that is there already, or on its way out, is
+/// neither replaced nor moved.
+void makeToastActivity(QWidget *host, ToastPosition position = ToastPosition::center);
+
+/// The same with the bubble's centre at `point`, in the host's coordinates.
+void makeToastActivity(QWidget *host, QPointF point);
+
+/// Fades the activity bubble out and removes it, if there is one.
+void hideToastActivity(QWidget *host);
+
 /// Drops the toasts that wait. Their completions are not called.
 void clearToastQueue(QWidget *host);
 

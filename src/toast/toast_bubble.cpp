@@ -27,7 +27,7 @@ double ToastBubble::cornerRadius() const
 void ToastBubble::setShadow(ToastShadow shadow)
 {
     shadow.opacity *= double(m_background.alphaF());
-    ToastEffect::of(this)->setShadow(shadow, m_frame, cornerRadius());
+    ToastEffect::of(this)->setShadow(shadow, rect(), m_frame, cornerRadius());
 }
 
 void ToastBubble::setAnnouncement(const QString &title, const QString &message, bool isBusy)

@@ -9,7 +9,6 @@ ToastEffect *ToastEffect::of(QWidget *view)
     auto *effect = qobject_cast<ToastEffect *>(view->graphicsEffect());
     if (!effect) {
         effect = new ToastEffect;
-        effect->switchOnIfNeeded();
         view->setGraphicsEffect(effect);
     }
     return effect;
@@ -18,30 +17,27 @@ ToastEffect *ToastEffect::of(QWidget *view)
 void ToastEffect::setAlpha(double alpha)
 {
     m_alpha = std::clamp(alpha, 0.0, 1.0);
-    switchOnIfNeeded();
     update();
 }
 
-void ToastEffect::setShadow(const ToastShadow &shadow, const QRectF &shape, double cornerRadius)
+void ToastEffect::setShadow(const ToastShadow &shadow, const QRectF &view, const QRectF &shape,
+                            double cornerRadius)
 {
     m_shadow = shadow;
     m_shape = shape;
     m_cornerRadius = cornerRadius;
     m_picture = {};
-    switchOnIfNeeded();
+    const QRectF reach = shadow.boundingRect(shape).toAlignedRect();
+    m_margins = QMarginsF(
+        std::max(0.0, view.left() - reach.left()), std::max(0.0, view.top() - reach.top()),
+        std::max(0.0, reach.right() - view.right()), std::max(0.0, reach.bottom() - view.bottom()));
     updateBoundingRect();
 }
 
-// An opaque view without a shadow is drawn straight to the window, so that what moves in it
-// repaints itself and nothing else.
-void ToastEffect::switchOnIfNeeded()
-{
-    setEnabled(m_alpha < 1.0 || m_shadow);
-}
-
+// Qt asks in the view's coordinates, and in those of its parent too.
 QRectF ToastEffect::boundingRectFor(const QRectF &rect) const
 {
-    return m_shadow ? rect | QRectF(m_shadow->boundingRect(m_shape).toAlignedRect()) : rect;
+    return rect.marginsAdded(m_margins);
 }
 
 void ToastEffect::draw(QPainter *painter)
@@ -55,14 +51,8 @@ void ToastEffect::draw(QPainter *painter)
         if (m_picture.isNull() || !qFuzzyCompare(m_picture.devicePixelRatio(), ratio))
             m_picture = m_shadow->render(m_shape, m_cornerRadius, ratio);
     }
-    if (m_alpha >= 1.0) {
-        if (m_shadow)
-            painter->drawImage(shadowRect.topLeft(), m_picture);
-        drawSource(painter);
-        return;
-    }
-
-    // Below full alpha the view and its shadow fade as one picture.
+    // Always through a pixmap: drawSource() misplaces a child when QWidget::render() calls it. The
+    // view and its shadow fade as one picture.
     QPoint corner;
     QPixmap whole = sourcePixmap(Qt::LogicalCoordinates, &corner, PadToEffectiveBoundingRect);
     if (m_shadow) {

@@ -36,28 +36,31 @@ static void boxBlur(uchar *line, int count, int step, int width, std::vector<uch
     }
 }
 
-// Three box filters in a row come within a few percent of the normal distribution.
+// Three box filters in a row come within a few percent of the normal distribution. Their width is
+// odd: one of even width would move the picture by half a pixel.
 static void gaussianBlur(QImage &mask, double deviation)
 {
-    const int width = int(std::floor(deviation * 3.0 * std::sqrt(2.0 * M_PI) / 4.0 + 0.5));
-    if (width < 2)
-        return;
+    const int width = int(std::floor(deviation * 3.0 * std::sqrt(2.0 * M_PI) / 4.0 + 0.5)) | 1;
     std::vector<uchar> copy;
     const int stride = int(mask.bytesPerLine());
     uchar *bits = mask.bits();
     for (int pass = 0; pass < 3; ++pass) {
-        // Filters of even width lean to one side; the passes lean in turns.
-        const int passWidth = width % 2 == 0 && pass == 2 ? width + 1 : width;
         for (int y = 0; y < mask.height(); ++y)
-            boxBlur(bits + y * stride, mask.width(), 1, passWidth, copy);
+            boxBlur(bits + y * stride, mask.width(), 1, width, copy);
         for (int x = 0; x < mask.width(); ++x)
-            boxBlur(bits + x, mask.height(), stride, passWidth, copy);
-        if (width % 2 == 0 && pass == 0)
-            mask = mask.mirrored(true, true);
-        if (width % 2 == 0 && pass == 1)
-            mask = mask.mirrored(true, true);
-        bits = mask.bits();
+            boxBlur(bits + x, mask.height(), stride, width, copy);
     }
+}
+
+static void drawShape(QPainter &painter, const QRectF &shape, double cornerRadius, QPoint origin,
+                      double devicePixelRatio)
+{
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(Qt::black);
+    painter.scale(devicePixelRatio, devicePixelRatio);
+    painter.translate(-origin);
+    painter.drawRoundedRect(shape, cornerRadius, cornerRadius);
 }
 
 QImage ToastShadow::render(const QRectF &shape, double cornerRadius, double devicePixelRatio) const
@@ -68,12 +71,8 @@ QImage ToastShadow::render(const QRectF &shape, double cornerRadius, double devi
     mask.fill(Qt::transparent);
     {
         QPainter painter(&mask);
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(Qt::black);
-        painter.scale(devicePixelRatio, devicePixelRatio);
-        painter.translate(-bounds.topLeft());
-        painter.drawRoundedRect(shape.translated(offset), cornerRadius, cornerRadius);
+        drawShape(painter, shape.translated(offset), cornerRadius, bounds.topLeft(),
+                  devicePixelRatio);
     }
     if (radius > 0.0)
         gaussianBlur(mask, radius * devicePixelRatio);
@@ -85,6 +84,10 @@ QImage ToastShadow::render(const QRectF &shape, double cornerRadius, double devi
     QPainter painter(&shadow);
     painter.setCompositionMode(QPainter::CompositionMode_DestinationIn);
     painter.drawImage(0, 0, mask);
+
+    // Nothing below the shape: a translucent bubble keeps the colour that its style gives it.
+    painter.setCompositionMode(QPainter::CompositionMode_DestinationOut);
+    drawShape(painter, shape, cornerRadius, bounds.topLeft(), devicePixelRatio);
     painter.end();
     shadow.setDevicePixelRatio(devicePixelRatio);
     return shadow;
