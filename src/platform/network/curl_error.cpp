@@ -52,8 +52,6 @@ URLError::Code codeOf(CURLcode result, const char *text)
     case CURLE_HTTP2:
     case CURLE_HTTP2_STREAM:
         return Code::badServerResponse;
-    case CURLE_BAD_CONTENT_ENCODING:
-        return Code::cannotDecodeContentData;
     default:
         return Code::unknown;
     }

@@ -14,8 +14,10 @@ namespace {
 class PublicSuffixes : private QNetworkCookieJar
 {
 public:
-    bool allow(const QNetworkCookie &cookie, const QUrl &url) const
+    bool allow(const QString &domain, const QUrl &url) const
     {
+        QNetworkCookie cookie("any");
+        cookie.setDomain(u'.' + domain);
         return validateCookie(cookie, url);
     }
 };
@@ -88,7 +90,8 @@ std::optional<HTTPCookie> parsedCookie(const QByteArray &line, const URL &url)
     cookie.isHostOnly = !namesDomain;
     if (namesDomain && !host.isEmpty()) {
         static const PublicSuffixes suffixes;
-        if (!domainMatches(host, cookie.effectiveDomain()) || !suffixes.allow(source, url.toQUrl()))
+        const QString own = cookie.effectiveDomain();
+        if (!domainMatches(host, own) || (host != own && !suffixes.allow(own, url.toQUrl())))
             return std::nullopt;
     }
     if (!source.isSessionCookie())

@@ -99,6 +99,12 @@ QList<QByteArray> RequestChain::headerLines() const
         lines += header.name + (header.value.trimmed().isEmpty() ? ";" : ": " + header.value);
     if (const QByteArray cookies = cookieHeader(); !cookies.isEmpty())
         lines += "Cookie: " + cookies;
+    const bool hasChoice =
+        std::any_of(m_headers.begin(), m_headers.end(), [](const Header &header) {
+            return header.name.compare("Accept-Encoding", Qt::CaseInsensitive) == 0;
+        });
+    if (!hasChoice)
+        lines += "Accept-Encoding: gzip";
     lines += "Expect:"; // no pause before a body
     return lines;
 }

@@ -23,6 +23,11 @@ Transfer::Clock::time_point later(Transfer::Clock::time_point time, std::chrono:
     return time + std::clamp(by, std::chrono::milliseconds::zero(), longest);
 }
 
+URLError damagedData()
+{
+    return URLError(URLError::Code::cannotDecodeContentData, QStringLiteral("content coding"));
+}
+
 } // namespace
 
 Transfer::Transfer(std::shared_ptr<DownloadJob> job, Clock::time_point startedAt)
@@ -71,7 +76,6 @@ bool Transfer::applyOptions()
     set(CURLOPT_FOLLOWLOCATION, 0L);
     set(CURLOPT_SSL_VERIFYPEER, 1L);
     set(CURLOPT_SSL_VERIFYHOST, 2L);
-    set(CURLOPT_ACCEPT_ENCODING, "");
     set(CURLOPT_USERAGENT, ZELKAM_USER_AGENT);
     set(CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L);
     set(CURLOPT_BUFFERSIZE, bufferBytes);
@@ -145,12 +149,26 @@ bool Transfer::takeBody(const char *data, std::size_t size)
 {
     if (followsRedirect())
         return true;
-    if (!m_file)
-        m_file = std::make_shared<TemporaryFile>();
-    if ((m_file->isOpen() || m_file->open()) && m_file->write(data, size))
+    if (!openFile())
+        return false;
+    const auto write = [this](const char *bytes, std::size_t count) {
+        return m_file->write(bytes, count);
+    };
+    if (m_decoder->decode(data, size, write))
         return true;
-    m_error = m_file->error();
+    m_error = m_decoder->isDamaged() ? damagedData() : m_file->error();
     return false;
+}
+
+bool Transfer::openFile()
+{
+    if (m_file)
+        return true;
+    m_file = std::make_shared<TemporaryFile>();
+    m_decoder = std::make_unique<ContentDecoder>(m_headers.value("Content-Encoding"));
+    if (!m_file->open())
+        m_error = m_file->error();
+    return !m_error;
 }
 
 bool Transfer::followsRedirect() const
@@ -176,10 +194,10 @@ bool Transfer::requestEnded(CURLcode code)
         m_error = URLError(URLError::Code::badServerResponse, QStringLiteral("no final answer"));
         return false;
     }
-    if (!m_file)
-        m_file = std::make_shared<TemporaryFile>(); // an answer without a body is an empty file
-    if (!(m_file->isOpen() || m_file->open()) || !m_file->close()) {
-        m_error = m_file->error();
+    if (!openFile()) // an answer without a body is an empty file
+        return false;
+    if (!m_decoder->isWhole() || !m_file->close()) {
+        m_error = m_decoder->isWhole() ? m_file->error() : damagedData();
         return false;
     }
     m_response =

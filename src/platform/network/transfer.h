@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/network/content_decoder.h"
 #include "platform/network/curl_handles.h"
 #include "platform/network/header_collector.h"
 #include "platform/network/request_chain.h"
@@ -72,6 +73,7 @@ private:
     bool applyOptions();
     bool takeHeader(const char *data, std::size_t size);
     bool takeBody(const char *data, std::size_t size);
+    bool openFile();
     bool followsRedirect() const;
 
     std::shared_ptr<DownloadJob> m_job;
@@ -80,7 +82,8 @@ private:
     CurlList m_headerLines;
     std::array<char, CURL_ERROR_SIZE> m_errorText{};
     HeaderCollector m_headers;
-    std::shared_ptr<TemporaryFile> m_file;
+    std::shared_ptr<TemporaryFile> m_file; // with the decoder, from the first byte on
+    std::unique_ptr<ContentDecoder> m_decoder;
     std::optional<URLError> m_error;
     std::shared_ptr<const URLResponse> m_response;
 

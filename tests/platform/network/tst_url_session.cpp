@@ -19,6 +19,9 @@ namespace {
 
 using Code = URLError::Code;
 
+const QByteArray helloInGzip =
+    QByteArray::fromHex("1f8b0800000000000003cb48cdc9c9070086a6103605000000");
+
 } // namespace
 
 class TestURLSession : public QObject
@@ -85,6 +88,12 @@ private slots:
                                             << Code::bodyCutShort;
         QTest::newRow("damaged gzip")
             << HttpTestServer::answer("no gzip at all", "Content-Encoding: gzip\r\n")
+            << Code::cannotDecodeContentData;
+        QTest::newRow("gzip cut short")
+            << HttpTestServer::answer(helloInGzip.chopped(12), "Content-Encoding: gzip\r\n")
+            << Code::cannotDecodeContentData;
+        QTest::newRow("a coding that was not offered")
+            << HttpTestServer::answer("x", "Content-Encoding: br\r\n")
             << Code::cannotDecodeContentData;
         QTest::newRow("no status line") << QByteArray("hello") << Code::badServerResponse;
         QTest::newRow("NUL in a header")
@@ -181,15 +190,30 @@ private slots:
         QCOMPARE(sent.header("Host"), "127.0.0.1:" + QByteArray::number(m_server.port()));
     }
 
+    void decodesTheBody_data()
+    {
+        QTest::addColumn<QByteArray>("coding");
+        QTest::addColumn<QByteArray>("sent");
+        QTest::addColumn<QByteArray>("data");
+        QTest::newRow("gzip") << QByteArray("gzip") << helloInGzip << QByteArray("hello");
+        QTest::newRow("gzip in two members")
+            << QByteArray("x-gzip") << helloInGzip + helloInGzip << QByteArray("hellohello");
+        QTest::newRow("gzip and padding")
+            << QByteArray("GZip") << helloInGzip + QByteArray(9, '\0') << QByteArray("hello");
+        QTest::newRow("no body at all") << QByteArray("gzip") << QByteArray() << QByteArray();
+        QTest::newRow("no coding's name") << QByteArray("utf-8") << helloInGzip << helloInGzip;
+    }
+
     void decodesTheBody()
     {
-        const QByteArray hello =
-            QByteArray::fromHex("1f8b0800000000000003cb48cdc9c90700 86a61036 05000000");
-        m_server.on("/z", HttpTestServer::answer(hello, "Content-Encoding: gzip\r\n"));
+        QFETCH(const QByteArray, coding);
+        QFETCH(const QByteArray, sent);
+        m_server.on("/z", HttpTestServer::answer(sent, "Content-Encoding: " + coding + "\r\n"));
         const Outcome outcome = download(requestFor(m_server.url(QStringLiteral("/z"))));
-        QCOMPARE(outcome.data, "hello");
+        QVERIFY(!outcome.error);
+        QTEST(outcome.data, "data");
         QCOMPARE(outcome.response->expectedContentLength(), URLResponse::unknownLength);
-        QVERIFY(m_server.requests().last().header("Accept-Encoding").contains("gzip"));
+        QCOMPARE(m_server.requests().last().header("Accept-Encoding"), "gzip");
     }
 
     void failedWriteIsAnError_data()
