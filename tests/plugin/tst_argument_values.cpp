@@ -1,0 +1,59 @@
+#include "host/argument_values.h"
+
+#include <QtTest>
+#include <limits>
+
+using namespace zelkam;
+using namespace Qt::StringLiterals;
+
+class TestArgumentValues : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void convertsNothing_data()
+    {
+        QTest::addColumn<QVariant>("value");
+        QTest::addColumn<QString>("readableAs");
+        const auto row = [](const char *name, const QVariant &value, const char *readableAs) {
+            QTest::newRow(name) << value << QString::fromLatin1(readableAs);
+        };
+        row("a boolean", true, "bool");
+        row("a text that says true", u"true"_s, "string");
+        row("a whole number", qlonglong(1), "integer");
+        row("a number without a fraction", 1e15, "integer");
+        row("the least 64-bit number", -0x1p63, "integer");
+        row("one beyond the 64-bit range", 0x1p63, "");
+        row("a fraction", 1.5, "");
+        row("not a number", qQNaN(), "");
+        row("infinity", qInf(), "");
+        row("a dictionary", QVariantMap{{u"a"_s, 1}}, "dictionary");
+        row("a dictionary of texts", QVariantMap{{u"a"_s, u"1"_s}}, "dictionary texts");
+        row("an empty dictionary", QVariantMap(), "dictionary texts");
+        row("a list", QVariantList{1}, "");
+        row("null", QVariant::fromValue(nullptr), "");
+        row("nothing", QVariant(), "");
+    }
+    void convertsNothing()
+    {
+        QFETCH(QVariant, value);
+        const QString key = u"k"_s;
+        const QVariantMap arguments{{key, value}};
+        QStringList readable;
+        if (boolArgument(arguments, key))
+            readable += u"bool"_s;
+        if (stringArgument(arguments, key))
+            readable += u"string"_s;
+        if (integerArgument(arguments, key))
+            readable += u"integer"_s;
+        if (dictionaryArgument(arguments, key))
+            readable += u"dictionary"_s;
+        if (textDictionaryArgument(arguments, key))
+            readable += u"texts"_s;
+        QTEST(readable.join(u' '), "readableAs");
+        QVERIFY(!boolArgument(arguments, u"K"_s) && !stringArgument({}, key));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestArgumentValues)
+#include "tst_argument_values.moc"

@@ -1,0 +1,139 @@
+#include "platform/ui/ql_preview_controller.h"
+#include "platform/ui/ui_activity_view_controller.h"
+#include "platform/ui/ui_device.h"
+#include "platform/ui/ui_navigation_bar.h"
+#include "platform/ui/ui_window.h"
+#include "preview/preview_data_source.h"
+#include "preview/zelkam_mobile_contents_pre_view_vc.h"
+
+#include <QTemporaryDir>
+#include <QtTest>
+
+using namespace zelkam;
+using namespace Qt::StringLiterals;
+
+class TestPreviewScreen : public QObject
+{
+    Q_OBJECT
+
+private:
+    QTemporaryDir folder;
+    std::unique_ptr<UIWindow> window;
+    std::shared_ptr<UIViewController> root;
+    std::shared_ptr<ZelkamMobileContentsPreViewVC> screen;
+
+    void present(const std::optional<URL> &file, bool share)
+    {
+        screen = std::make_shared<ZelkamMobileContentsPreViewVC>();
+        screen->modalPresentationStyle = UIModalPresentationStyle::overFullScreen;
+        screen->filePath = file;
+        screen->shareOpt = share;
+        bool shown = false;
+        root->present(screen, true, [&shown] { shown = true; });
+        QTRY_VERIFY(shown);
+    }
+    URL file(const QString &name)
+    {
+        QFile written(folder.filePath(name));
+        if (written.open(QIODevice::WriteOnly))
+            written.write("Some text.\n");
+        return URL::fromFilePath(written.fileName());
+    }
+    QList<UINavigationBar *> bars() { return screen->view()->findChildren<UINavigationBar *>(); }
+
+private slots:
+    void init()
+    {
+        window = std::make_unique<UIWindow>();
+        window->resize(390, 844);
+        window->setSafeAreaInsets(QMargins(0, 40, 0, 20));
+        root = std::make_shared<UIViewController>();
+        window->setRootViewController(root);
+        window->makeKeyAndVisible();
+    }
+    void cleanup()
+    {
+        screen.reset();
+        root.reset();
+        window.reset();
+        UIDevice::current().setUserInterfaceIdiom(UIUserInterfaceIdiom::phone);
+    }
+
+    void laysThePreviewUnderTheBar()
+    {
+        present(file(u"My Report ü.txt"_s), false);
+        QCOMPARE(bars().size(), 1);
+        const UINavigationBar *bar = bars().first();
+        QCOMPARE(bar->geometry(), QRect(0, 40, 390, 44));
+        QCOMPARE(bar->topItem()->title, u"My Report ü.txt"_s);
+        QCOMPARE(bar->topItem()->leftBarButtonItem->systemItem(), UIBarButtonSystemItem::done);
+        QVERIFY(!bar->topItem()->rightBarButtonItem);
+        QCOMPARE(screen->children().size(), 1);
+        QCOMPARE(screen->children().first()->view()->geometry(), QRect(0, 90, 390, 734));
+        window->resize(844, 390);
+        QTRY_COMPARE(screen->children().first()->view()->geometry(), QRect(0, 90, 844, 280));
+    }
+
+    void doneDismissesTheScreen()
+    {
+        present(file(u"a.txt"_s), false);
+        bars().first()->topItem()->leftBarButtonItem->perform();
+        QTRY_VERIFY(!root->presentedViewController());
+        screen->onTapDone(nullptr); // nothing presents it any more
+    }
+
+    void shareOpensTheSheet_data()
+    {
+        QTest::addColumn<bool>("tablet");
+        QTest::newRow("on a phone, with no anchor") << false;
+        QTest::newRow("on a tablet, at the button") << true;
+    }
+    void shareOpensTheSheet()
+    {
+        QFETCH(bool, tablet);
+        if (tablet)
+            UIDevice::current().setUserInterfaceIdiom(UIUserInterfaceIdiom::pad);
+        present(file(u"a.txt"_s), true);
+        const auto share = bars().first()->topItem()->rightBarButtonItem;
+        QCOMPARE(share->systemItem(), UIBarButtonSystemItem::action);
+        share->perform();
+        QTRY_VERIFY(screen->presentedViewController());
+        const auto sheet =
+            std::dynamic_pointer_cast<UIActivityViewController>(screen->presentedViewController());
+        QVERIFY(sheet);
+        QVERIFY(!sheet->activities().isEmpty());
+        auto *popover = sheet->popoverPresentationController();
+        QCOMPARE(popover != nullptr, tablet);
+        if (popover)
+            QCOMPARE(popover->sourceItem(), share.get());
+        bool closed = false;
+        screen->dismiss(true, [&closed] { closed = true; });
+        QTRY_VERIFY(closed);
+    }
+
+    void aSecondAppearanceBuildsASecondPreview()
+    {
+        present(file(u"a.txt"_s), false);
+        screen->viewDidAppear(false);
+        QCOMPARE(bars().size(), 2);
+        QCOMPARE(screen->children().size(), 2);
+    }
+
+    void staysEmptyWithoutAFile()
+    {
+        present(std::nullopt, true);
+        QVERIFY(bars().isEmpty());
+        QVERIFY(screen->children().isEmpty());
+    }
+
+    void offersTheOneItemWhateverTheIndex()
+    {
+        const auto item = std::make_shared<PreviewItem>(URL::fromFilePath(u"/a"_s), u"A"_s);
+        PreviewDataSource source(item);
+        QCOMPARE(source.numberOfPreviewItems(nullptr), 1);
+        QCOMPARE(source.previewController(nullptr, 7), item);
+    }
+};
+
+QTEST_MAIN(TestPreviewScreen)
+#include "tst_preview_screen.moc"
