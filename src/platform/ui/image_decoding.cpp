@@ -17,6 +17,13 @@ bool isHeic(const QByteArray &head)
     return head.size() >= 12 && head.mid(4, 4) == "ftyp" && brands.contains(head.mid(8, 4));
 }
 
+/// Two letters alone would make an image of many a text.
+bool isBmp(const QByteArray &head)
+{
+    return head.size() >= 15 && head.startsWith("BM") && head.mid(6, 4) == QByteArray(4, '\0') &&
+           QByteArray("\x0c\x28\x34\x38\x40\x6c\x7c").contains(head.at(14));
+}
+
 bool jpegIsWithin(const QByteArray &data, const ImageLimits &limits)
 {
     const auto structure = readJpegStructure(data);
@@ -53,7 +60,7 @@ QByteArray rasterFormat(const QByteArray &head)
         return "png";
     if (head.startsWith("GIF87a") || head.startsWith("GIF89a"))
         return "gif";
-    if (head.startsWith("BM"))
+    if (isBmp(head))
         return "bmp";
     if (head.startsWith("RIFF") && head.mid(8, 4) == "WEBP")
         return "webp";

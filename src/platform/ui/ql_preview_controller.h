@@ -1,11 +1,10 @@
 #pragma once
 
+#include "platform/ui/preview_pane.h"
 #include "platform/ui/ql_preview_item.h"
 #include "platform/ui/ui_view_controller.h"
 
 namespace zelkam {
-
-class PreviewPane;
 
 /// Shows a local file: images (zoom, pan), PDF, text, audio and video; anything else as icon,
 /// name, kind and size. HTML and scripts are shown as text. What cannot be read is said on

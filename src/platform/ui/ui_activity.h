@@ -21,7 +21,7 @@ public:
     virtual QString activityType() const = 0;     ///< a constant identifier
     virtual QString activityTitle() const = 0;    ///< for the person
     virtual QString activityIconName() const = 0; ///< a freedesktop name
-    /// Whether this machine can do it with these items; otherwise it is not offered.
+    /// Whether this machine can do it with these items; otherwise it is greyed out.
     virtual bool canPerform(const QList<URL> &withActivityItems) const = 0;
     /// Does it. Calls done exactly once, now or later, on the main thread. Dialogs belong to
     /// the given widget; a failure is told to the user by the activity itself.

@@ -1,12 +1,11 @@
 #pragma once
 
+#include "platform/ui/share_sheet.h"
 #include "platform/ui/ui_activity.h"
 #include "platform/ui/ui_bar_button_item.h"
 #include "platform/ui/ui_view_controller.h"
 
 namespace zelkam {
-
-class ShareSheet;
 
 /// Where a popover points to. On a window without room for it, or without an anchor, the sheet
 /// comes up at the bottom instead.
@@ -31,7 +30,7 @@ class UIActivityViewController : public UIViewController
 public:
     using CompletionHandler = std::function<void(const QString &activityType, bool completed)>;
 
-    /// @param activityItems  the files; what is not a local file is not offered to any activity
+    /// @param activityItems  the files; nothing can be done with items that are no local files
     /// @param applicationActivities  offered before the system's own
     UIActivityViewController(const QList<URL> &activityItems,
                              QList<std::shared_ptr<UIActivity>> applicationActivities = {});
@@ -44,10 +43,10 @@ public:
     /// On a tablet only; nothing on a phone.
     UIPopoverPresentationController *popoverPresentationController();
 
-    /// The activities that are offered.
-    QList<std::shared_ptr<UIActivity>> activities() const;
+    /// What the sheet lists; what this machine cannot do with the items is shown greyed out.
+    const QList<std::shared_ptr<UIActivity>> &activities() const { return m_activities; }
 
-    void viewDidLoad() override;
+    void viewWillAppear(bool animated) override;
     void viewDidLayoutSubviews() override;
     void viewDidDisappear(bool animated) override;
 
@@ -62,7 +61,7 @@ private:
     QList<std::shared_ptr<UIActivity>> m_activities;
     UIPopoverPresentationController m_popover;
     QPointer<ShareSheet> m_sheet;
-    double m_shown = 1.0;
+    bool m_chosen = false;
 };
 
 } // namespace zelkam

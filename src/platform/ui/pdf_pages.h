@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QImage>
+#include <QList>
+#include <QSize>
+#include <QSizeF>
+#include <functional>
+#include <memory>
+
+class QFile;
+
+namespace zelkam {
+
+/// A PDF document on a thread of its own. Everything that reads the document happens there, so
+/// that a page that takes long (or for ever) never holds up the screen, and the document goes
+/// with its last owner without making that wait.
+class PdfPages
+{
+public:
+    enum class Outcome { ready, damaged, locked };
+
+    struct Request
+    {
+        int page = 0;
+        QSize size; ///< in pixels
+        friend bool operator==(const Request &, const Request &) = default;
+    };
+    /// Runs on the main thread.
+    using Rendered = std::function<void(const Request &request, const QImage &image)>;
+
+    /// Opens a document and waits until it is known whether that works. Not on the main thread.
+    static std::shared_ptr<PdfPages> open(std::shared_ptr<QFile> device, Outcome &outcome);
+    ~PdfPages();
+    PdfPages(const PdfPages &) = delete;
+    PdfPages &operator=(const PdfPages &) = delete;
+
+    /// The sizes of the pages, in points; at most some thousands of pages.
+    const QList<QSizeF> &sizes() const { return m_sizes; }
+
+    /// Asks for pages, the most urgent first, in place of those asked for before and not begun.
+    void request(const QList<Request> &wanted, Rendered rendered);
+
+private:
+    struct Shared;
+    PdfPages() = default;
+
+    std::shared_ptr<Shared> m_shared;
+    QList<QSizeF> m_sizes;
+};
+
+} // namespace zelkam

@@ -1,0 +1,332 @@
+#include "platform/ui/system_activities.h"
+
+#include "platform/foundation/dispatch_queue.h"
+#include "platform/foundation/file_reader.h"
+#include "platform/ui/background_work.h"
+#include "platform/ui/preview_file.h"
+
+#include <QClipboard>
+#include <QCoreApplication>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QMessageBox>
+#include <QMimeDatabase>
+#include <QPointer>
+#include <QProcess>
+#include <QSaveFile>
+#include <QStandardPaths>
+#include <QUrl>
+
+namespace zelkam {
+
+namespace {
+
+QString sentence(const char *text)
+{
+    return QCoreApplication::translate("UIActivityViewController", text);
+}
+
+void tellFailure(QWidget *parent, const QString &text)
+{
+    auto *box = new QMessageBox(QMessageBox::Warning, QString(), text, QMessageBox::Ok, parent);
+    box->setTextFormat(Qt::PlainText);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->open();
+}
+
+bool isInstalled(const QString &program)
+{
+    return !QStandardPaths::findExecutable(program).isEmpty();
+}
+
+/// Runs one of the desktop's own programs, without a shell. The process belongs to nobody: it may
+/// be the application that the file was opened with, and lives on when this one ends.
+void runProgram(const QString &program, const QStringList &arguments,
+                std::function<void(bool)> ended)
+{
+    auto *process = new QProcess;
+    const auto once = std::make_shared<std::function<void(bool)>>(std::move(ended));
+    const auto end = [process, once](bool succeeded) {
+        if (const auto callback = std::exchange(*once, nullptr))
+            callback(succeeded);
+        process->deleteLater();
+    };
+    QObject::connect(process, &QProcess::finished, process,
+                     [end](int code, QProcess::ExitStatus status) {
+                         end(status == QProcess::NormalExit && code == 0);
+                     });
+    QObject::connect(process, &QProcess::errorOccurred, process, [end](QProcess::ProcessError e) {
+        if (e == QProcess::FailedToStart)
+            end(false);
+    });
+    process->setStandardInputFile(QProcess::nullDevice());
+    process->setStandardOutputFile(QProcess::nullDevice());
+    process->setStandardErrorFile(QProcess::nullDevice());
+    process->start(program, arguments);
+}
+
+class SystemActivity : public UIActivity
+{
+public:
+    SystemActivity(const char *type, const char *title, const char *icon)
+        : m_type(type), m_title(title), m_icon(icon)
+    {
+    }
+    QString activityType() const override { return QLatin1String(m_type); }
+    QString activityTitle() const override { return sentence(m_title); }
+    QString activityIconName() const override { return QLatin1String(m_icon); }
+
+private:
+    const char *m_type;
+    const char *m_title;
+    const char *m_icon;
+};
+
+class OpenActivity : public SystemActivity
+{
+public:
+    OpenActivity()
+        : SystemActivity("open",
+                         QT_TRANSLATE_NOOP("UIActivityViewController", "Open in Another App"),
+                         "document-open")
+    {
+    }
+    bool canPerform(const QList<URL> &items) const override
+    {
+        const auto paths = sharedFilePaths(items);
+        return paths && paths->size() == 1 && isInstalled(QStringLiteral("xdg-open")) &&
+               !isProgram(paths->first());
+    }
+    void perform(const QList<URL> &items, QWidget *parent, Done done) override
+    {
+        const QStringList paths = sharedFilePaths(items).value_or(QStringList());
+        runProgram(QStringLiteral("xdg-open"), paths,
+                   [parent = QPointer(parent), done](bool succeeded) {
+                       if (!succeeded)
+                           tellFailure(parent, sentence("No application could open the file."));
+                       done(succeeded);
+                   });
+    }
+
+private:
+    /// To open a program is to run it, and a page chose this file.
+    static bool isProgram(const QString &path)
+    {
+        const QMimeType type = QMimeDatabase().mimeTypeForFile(path);
+        for (const char *program :
+             {"application/x-executable", "application/x-sharedlib", "application/x-desktop",
+              "application/x-shellscript", "application/x-ms-dos-executable",
+              "application/vnd.microsoft.portable-executable", "application/java-archive",
+              "application/vnd.appimage", "application/x-iso9660-appimage"}) {
+            if (type.inherits(QLatin1String(program)))
+                return true;
+        }
+        return QFileInfo(path).isExecutable();
+    }
+};
+
+class SaveCopyActivity : public SystemActivity
+{
+public:
+    SaveCopyActivity()
+        : SystemActivity("save-copy", QT_TRANSLATE_NOOP("UIActivityViewController", "Save a Copy"),
+                         "document-save-as")
+    {
+    }
+    bool canPerform(const QList<URL> &items) const override
+    {
+        const auto paths = sharedFilePaths(items);
+        return paths && paths->size() == 1;
+    }
+    void perform(const QList<URL> &items, QWidget *parent, Done done) override
+    {
+        const QString from = sharedFilePaths(items).value_or(QStringList()).value(0);
+        auto *dialog = new QFileDialog(parent, activityTitle());
+        dialog->setAttribute(Qt::WA_DeleteOnClose);
+        dialog->setAcceptMode(QFileDialog::AcceptSave);
+        dialog->setFileMode(QFileDialog::AnyFile);
+        dialog->setDirectory(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+        dialog->selectFile(QFileInfo(from).fileName());
+        QObject::connect(dialog, &QDialog::finished, dialog,
+                         [dialog, from, done, parent = QPointer(parent)](int result) {
+                             const QString to = dialog->selectedFiles().value(0);
+                             if (result == QDialog::Accepted && !to.isEmpty())
+                                 save(from, to, parent, done);
+                             else
+                                 done(false);
+                         });
+        dialog->open();
+    }
+
+private:
+    static void save(const QString &from, const QString &to, QPointer<QWidget> parent, Done done)
+    {
+        runInBackground([from, to, parent, done = std::move(done)] {
+            const QString problem = copyFile(from, to);
+            DispatchQueue::main().async([problem, parent, done] {
+                if (!problem.isEmpty())
+                    tellFailure(parent, problem);
+                done(problem.isEmpty());
+            });
+        });
+    }
+};
+
+class CopyFileActivity : public SystemActivity
+{
+public:
+    CopyFileActivity()
+        : SystemActivity("copy", QT_TRANSLATE_NOOP("UIActivityViewController", "Copy File"),
+                         "edit-copy")
+    {
+    }
+    bool canPerform(const QList<URL> &items) const override
+    {
+        return sharedFilePaths(items).has_value();
+    }
+    void perform(const QList<URL> &items, QWidget *, Done done) override
+    {
+        const auto paths = sharedFilePaths(items);
+        if (paths)
+            QGuiApplication::clipboard()->setMimeData(fileMimeData(*paths).release());
+        done(paths.has_value());
+    }
+};
+
+class MailActivity : public SystemActivity
+{
+public:
+    MailActivity()
+        : SystemActivity("mail", QT_TRANSLATE_NOOP("UIActivityViewController", "Send by E-Mail"),
+                         "mail-send")
+    {
+    }
+    bool canPerform(const QList<URL> &items) const override
+    {
+        return sharedFilePaths(items) && isInstalled(QStringLiteral("xdg-email"));
+    }
+    void perform(const QList<URL> &items, QWidget *parent, Done done) override
+    {
+        QStringList arguments;
+        for (const QString &path : sharedFilePaths(items).value_or(QStringList()))
+            arguments << QStringLiteral("--attach") << path;
+        runProgram(QStringLiteral("xdg-email"), arguments,
+                   [parent = QPointer(parent), done](bool succeeded) {
+                       if (!succeeded)
+                           tellFailure(parent, sentence("No e-mail application could be started."));
+                       done(succeeded);
+                   });
+    }
+};
+
+class ShowInFolderActivity : public SystemActivity
+{
+public:
+    ShowInFolderActivity()
+        : SystemActivity("show-in-folder",
+                         QT_TRANSLATE_NOOP("UIActivityViewController", "Show in Folder"),
+                         "document-open-folder")
+    {
+    }
+    bool canPerform(const QList<URL> &items) const override
+    {
+        return sharedFilePaths(items) && (QDBusConnection::sessionBus().isConnected() ||
+                                          isInstalled(QStringLiteral("xdg-open")));
+    }
+    void perform(const QList<URL> &items, QWidget *parent, Done done) override
+    {
+        const QStringList paths = sharedFilePaths(items).value_or(QStringList());
+        QStringList addresses;
+        for (const QString &path : paths)
+            addresses << QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded);
+        // https://www.freedesktop.org/wiki/Specifications/file-manager-interface/
+        QDBusMessage call = QDBusMessage::createMethodCall(
+            QStringLiteral("org.freedesktop.FileManager1"),
+            QStringLiteral("/org/freedesktop/FileManager1"),
+            QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("ShowItems"));
+        call << addresses << QString();
+        auto *watcher = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(call));
+        const QString folder = QFileInfo(paths.value(0)).path();
+        const auto ended = [parent = QPointer(parent), done,
+                            folder](QDBusPendingCallWatcher *answer) {
+            answer->deleteLater();
+            if (!answer->isError())
+                return done(true);
+            runProgram(QStringLiteral("xdg-open"), {folder}, [parent, done](bool succeeded) {
+                if (!succeeded)
+                    tellFailure(parent, sentence("The folder could not be opened."));
+                done(succeeded);
+            });
+        };
+        QObject::connect(watcher, &QDBusPendingCallWatcher::finished, watcher, ended);
+    }
+};
+
+} // namespace
+
+QList<std::shared_ptr<UIActivity>> systemActivities()
+{
+    return {std::make_shared<OpenActivity>(), std::make_shared<SaveCopyActivity>(),
+            std::make_shared<CopyFileActivity>(), std::make_shared<MailActivity>(),
+            std::make_shared<ShowInFolderActivity>()};
+}
+
+std::optional<QStringList> sharedFilePaths(const QList<URL> &items)
+{
+    QStringList paths;
+    for (const URL &item : items) {
+        const auto path = localPath(item);
+        if (!path || !QFileInfo(*path).isFile())
+            return std::nullopt;
+        paths.append(*path);
+    }
+    if (paths.isEmpty())
+        return std::nullopt;
+    return paths;
+}
+
+std::unique_ptr<QMimeData> fileMimeData(const QStringList &paths)
+{
+    auto data = std::make_unique<QMimeData>();
+    QList<QUrl> addresses;
+    QByteArray gnome = "copy";
+    for (const QString &path : paths) {
+        addresses.append(QUrl::fromLocalFile(path));
+        gnome += '\n' + addresses.last().toEncoded();
+    }
+    data->setUrls(addresses);
+    data->setText(paths.join(u'\n'));
+    data->setData(QStringLiteral("x-special/gnome-copied-files"), gnome);
+    return data;
+}
+
+QString copyFile(const QString &from, const QString &to)
+{
+    const PreviewFile source = openPreviewFile(URL::fromFilePath(from));
+    if (!source.device)
+        return sentence("The file cannot be read.");
+    QSaveFile target(to);
+    const auto failure = [&target] {
+        return sentence("The copy could not be saved: %1").arg(target.errorString());
+    };
+    if (!target.open(QIODevice::WriteOnly))
+        return failure();
+    QByteArray buffer(1 << 20, Qt::Uninitialized);
+    while (true) {
+        const qint64 count = source.device->read(buffer.data(), buffer.size());
+        if (count < 0)
+            return sentence("The file cannot be read.");
+        if (count == 0)
+            break;
+        if (target.write(buffer.constData(), count) != count)
+            return failure();
+    }
+    return target.commit() ? QString() : failure();
+}
+
+} // namespace zelkam
