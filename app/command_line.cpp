@@ -1,0 +1,224 @@
+#include "app/command_line.h"
+
+#include <QCommandLineParser>
+#include <QDir>
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <array>
+
+namespace zelkam {
+
+namespace {
+
+using namespace Qt::StringLiterals;
+
+struct Option
+{
+    const char *name;
+    const char *value; ///< null for a switch
+    const char *description;
+};
+
+constexpr std::array options{
+    Option{"real-server-url", "URL", "base for relative addresses (default: the page's origin)"},
+    Option{"allow-origin", "ORIGIN", "a further origin that may call (repeatable)"},
+    Option{"temp-dir", "DIR", "the application's temporary directory"},
+    Option{"pictures-dir", "DIR", "photo library and album (default: the user's pictures folder)"},
+    Option{"device", "phone|tablet", "interface idiom and window size"},
+    Option{"size", "WxH", "window size in points"},
+    Option{"color-scheme", "light|dark", "default: the system's; the page sees it too"},
+    Option{"system-version", "N.N", "platform version (default: newest)"},
+    Option{"no-url-transformer", nullptr, "local addresses stay bare paths"},
+    Option{"language", "TAG",
+           "language of the application and of the page (default: the system's)"},
+    Option{"offscreen", nullptr, "needs no display; keeps no cookies and no data of pages"},
+    Option{"screenshots", "DIR", "save the window as PNG after each reply and each screen"},
+    Option{"tour", nullptr, "play the built-in demo unattended and quit"},
+    Option{"remote-debugging-port", "PORT", "let a browser's developer tools connect"},
+    Option{"help", nullptr, "show this text"},
+    Option{"version", nullptr, "show the version"},
+};
+
+QString helpText()
+{
+    QString text = u"Usage: zelkam-mobile [options] [page]\n\n"
+                   "Shows a web page that can call the application.\n\n"
+                   "  page  a URL (http, https) or a local HTML file; without one, the built-in"
+                   " demo\n\nOptions:\n"_s;
+    for (const Option &option : options) {
+        QString head = u"  --"_s + QLatin1String(option.name);
+        if (option.value)
+            head += u' ' + QLatin1String(option.value);
+        text += head.leftJustified(30) + QLatin1String(option.description) + u'\n';
+    }
+    return text.chopped(1);
+}
+
+/// Reads the values one after another; the first fault stays.
+class Reader
+{
+public:
+    explicit Reader(const QCommandLineParser &parser) : m_parser(parser) {}
+
+    HostOptions result;
+    std::optional<QString> fault;
+
+    void read()
+    {
+        for (const Option &option : options) {
+            const QString name = QLatin1String(option.name);
+            if (option.value && m_parser.isSet(name) && m_parser.values(name).contains(QString()))
+                refuse(name, u"needs a value"_s);
+        }
+        readServer();
+        readFolders();
+        readDevice();
+        readSystem();
+        readPage();
+        result.urlTransformer = !m_parser.isSet(u"no-url-transformer"_s);
+        result.offscreen = m_parser.isSet(u"offscreen"_s);
+        result.tour = m_parser.isSet(u"tour"_s);
+        if (result.tour && !m_parser.positionalArguments().isEmpty())
+            refuse(u"tour"_s, u"plays the built-in demo and takes no page"_s);
+    }
+
+private:
+    void refuse(const QString &option, const QString &why)
+    {
+        if (!fault)
+            fault = u"--%1 %2"_s.arg(option, why);
+    }
+
+    std::optional<QString> value(const QString &option) const
+    {
+        return m_parser.isSet(option) ? std::optional(m_parser.value(option)) : std::nullopt;
+    }
+
+    void readServer()
+    {
+        if (const auto url = value(u"real-server-url"_s)) {
+            if (!WebOrigin::fromUrl(QUrl(*url, QUrl::StrictMode)) || !url->startsWith(u"http"))
+                refuse(u"real-server-url"_s, u"is not an http or https URL: %1"_s.arg(*url));
+            result.realServerUrl = *url;
+        }
+        const QStringList origins = m_parser.values(u"allow-origin"_s);
+        for (const QString &text : origins) {
+            const auto origin = WebOrigin::fromText(text);
+            if (origin)
+                result.allowedOrigins.append(*origin);
+            else
+                refuse(u"allow-origin"_s,
+                       u"is not an origin such as https://example.org:8443: %1"_s.arg(text));
+        }
+    }
+
+    void readFolders()
+    {
+        const auto folder = [this](const QString &option) {
+            const auto path = value(option);
+            return path ? QDir::cleanPath(QDir::current().absoluteFilePath(*path)) : QString();
+        };
+        result.temporaryDirectory = folder(u"temp-dir"_s);
+        result.picturesDirectory = folder(u"pictures-dir"_s);
+        result.screenshotsDirectory = folder(u"screenshots"_s);
+        // The path of a saved file is percent-decoded as a whole, so it would be another one.
+        if (result.temporaryDirectory.contains(u'%'))
+            refuse(u"temp-dir"_s, u"must not contain \"%\": %1"_s.arg(result.temporaryDirectory));
+    }
+
+    void readDevice()
+    {
+        const QString device = value(u"device"_s).value_or(u"phone"_s);
+        if (device == u"tablet") {
+            result.idiom = UIUserInterfaceIdiom::pad;
+            result.size = QSize(1024, 1366);
+        } else if (device != u"phone") {
+            refuse(u"device"_s, u"is phone or tablet, not %1"_s.arg(device));
+        }
+        if (const auto size = value(u"size"_s)) {
+            static const QRegularExpression form(u"^([1-9]\\d{1,4})x([1-9]\\d{1,4})$"_s);
+            const auto match = form.match(*size);
+            if (!match.hasMatch())
+                refuse(u"size"_s, u"is WIDTHxHEIGHT in points, such as 390x844: %1"_s.arg(*size));
+            result.size = QSize(match.captured(1).toInt(), match.captured(2).toInt());
+        }
+        if (const auto scheme = value(u"color-scheme"_s)) {
+            if (scheme != u"light" && scheme != u"dark")
+                refuse(u"color-scheme"_s, u"is light or dark, not %1"_s.arg(*scheme));
+            result.colorScheme = scheme == u"dark" ? ColorScheme::dark : ColorScheme::light;
+        }
+    }
+
+    void readSystem()
+    {
+        if (const auto version = value(u"system-version"_s)) {
+            static const QRegularExpression form(u"^\\d{1,4}(\\.\\d{1,4}){0,2}$"_s);
+            if (!form.match(*version).hasMatch())
+                refuse(u"system-version"_s, u"is a version such as 16.0: %1"_s.arg(*version));
+            result.systemVersion = QVersionNumber::fromString(*version);
+        }
+        if (const auto tag = value(u"language"_s)) {
+            const QLocale locale(*tag);
+            if (locale.language() == QLocale::C)
+                refuse(u"language"_s, u"is not a language tag such as de or pt-BR: %1"_s.arg(*tag));
+            result.language = locale;
+        }
+        if (const auto port = value(u"remote-debugging-port"_s)) {
+            bool isNumber = false;
+            result.remoteDebuggingPort = port->toUShort(&isNumber);
+            if (!isNumber || result.remoteDebuggingPort == 0)
+                refuse(u"remote-debugging-port"_s, u"is a port number: %1"_s.arg(*port));
+        }
+    }
+
+    void readPage()
+    {
+        const QStringList pages = m_parser.positionalArguments();
+        if (pages.isEmpty() || fault)
+            return;
+        const QString page = pages.first();
+        const QUrl url(page, QUrl::StrictMode);
+        if (pages.size() > 1) {
+            fault = u"one page at most, but there are %1"_s.arg(pages.size());
+        } else if (url.scheme() == u"http" || url.scheme() == u"https") {
+            if (WebOrigin::fromUrl(url))
+                result.page = url;
+            else
+                fault = u"not a URL with a host: %1"_s.arg(page);
+        } else {
+            const bool isFileUrl = page.startsWith(u"file:", Qt::CaseInsensitive);
+            const QFileInfo file(isFileUrl ? QUrl(page).toLocalFile() : page);
+            if (file.isFile() && file.isReadable())
+                result.localPage = file.canonicalFilePath();
+            else
+                fault = u"no such page, neither an http or https URL nor a file: %1"_s.arg(page);
+        }
+    }
+
+    const QCommandLineParser &m_parser;
+};
+
+} // namespace
+
+CommandLine parseCommandLine(const QStringList &arguments)
+{
+    QCommandLineParser parser;
+    for (const Option &option : options) {
+        parser.addOption(option.value ? QCommandLineOption(QLatin1String(option.name), QString(),
+                                                           QLatin1String(option.value))
+                                      : QCommandLineOption(QLatin1String(option.name)));
+    }
+    if (!parser.parse(arguments))
+        return UsageError{parser.errorText().remove(u'\n')};
+    if (parser.isSet(u"help"_s))
+        return PrintAndQuit{helpText()};
+    if (parser.isSet(u"version"_s))
+        return PrintAndQuit{u"zelkam-mobile " ZELKAM_VERSION ""_s};
+    Reader reader(parser);
+    reader.read();
+    if (reader.fault)
+        return UsageError{*reader.fault};
+    return reader.result;
+}
+
+} // namespace zelkam

@@ -1,0 +1,211 @@
+#include "app/reply_body.h"
+
+#include <QAssociativeIterable>
+#include <QLocale>
+#include <QSequentialIterable>
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+
+namespace zelkam {
+
+namespace {
+
+constexpr qsizetype rawTextSize = 64 * 1024;
+
+class Writer
+{
+public:
+    explicit Writer(const QByteArray &tag) : m_tag(tag) {}
+
+    void key(const char *name, bool first = false)
+    {
+        if (!first)
+            line += ',';
+        line.append('"').append(name).append("\":");
+    }
+
+    void text(QStringView text)
+    {
+        line += '"';
+        for (const QChar character : text) {
+            const char16_t unit = character.unicode();
+            if (unit == u'"' || unit == u'\\')
+                line.append('\\').append(static_cast<char>(unit));
+            else if (unit >= 0x20 && unit < 0x7f)
+                line += static_cast<char>(unit);
+            else
+                line +=
+                    QByteArrayLiteral("\\u") + QByteArray::number(unit, 16).rightJustified(4, '0');
+        }
+        line += '"';
+    }
+
+    void value(const QVariant &value)
+    {
+        switch (value.typeId()) {
+        case QMetaType::Bool:
+            line += value.toBool() ? "true" : "false";
+            return;
+        case QMetaType::Int:
+        case QMetaType::LongLong:
+            line += QByteArray::number(value.toLongLong());
+            return;
+        case QMetaType::UInt:
+        case QMetaType::ULongLong:
+            line += QByteArray::number(value.toULongLong());
+            return;
+        case QMetaType::Float:
+        case QMetaType::Double:
+            number(value.toDouble());
+            return;
+        case QMetaType::QString:
+            text(*static_cast<const QString *>(value.constData()));
+            return;
+        case QMetaType::QByteArray:
+            bytes(value.toByteArray());
+            return;
+        default:
+            break;
+        }
+        // Lists before dictionaries: both kinds of container have many types.
+        if (value.canConvert<QVariantMap>() && value.canView<QAssociativeIterable>())
+            dictionary(value.toMap());
+        else if (value.canView<QSequentialIterable>())
+            list(value.toList());
+        else
+            line += "null";
+    }
+
+    QByteArray line;
+    QList<QByteArray> texts;
+
+private:
+    void number(double number)
+    {
+        line += std::isfinite(number)
+                    ? QByteArray::number(number, 'g', QLocale::FloatingPointShortest)
+                    : QByteArrayLiteral("null");
+    }
+
+    void bytes(const QByteArray &bytes)
+    {
+        const bool ascii =
+            std::all_of(bytes.cbegin(), bytes.cend(), [](char c) { return (c & 0x80) == 0; });
+        if (ascii && bytes.size() >= rawTextSize) {
+            line += "{\"" + m_tag + "\":" + QByteArray::number(texts.size()) + '}';
+            texts.append(bytes);
+        } else {
+            text(ascii ? QString::fromLatin1(bytes) : QString::fromUtf8(bytes));
+        }
+    }
+
+    void list(const QVariantList &list)
+    {
+        line += '[';
+        for (qsizetype i = 0; i < list.size(); ++i) {
+            if (i > 0)
+                line += ',';
+            value(list.at(i));
+        }
+        line += ']';
+    }
+
+    void dictionary(const QVariantMap &map)
+    {
+        line += '{';
+        for (auto it = map.constBegin(); it != map.constEnd(); ++it) {
+            if (it != map.constBegin())
+                line += ',';
+            text(it.key());
+            line += ':';
+            value(it.value());
+        }
+        line += '}';
+    }
+
+    QByteArray m_tag;
+};
+
+void writeReply(Writer &writer, const ScriptReply &reply)
+{
+    writer.line += '{';
+    writer.key("call", true);
+    writer.value(reply.call);
+    if (reply.released) {
+        writer.line += '}';
+        return;
+    }
+    writer.key("reply");
+    writer.line += '{';
+    writer.key("success", true);
+    writer.value(reply.success);
+    if (reply.hasData) {
+        writer.key("data");
+        writer.value(reply.data);
+    }
+    if (!reply.success) {
+        writer.key("status");
+        writer.text(reply.status);
+        if (reply.code.isValid()) {
+            writer.key("code");
+            writer.value(reply.code);
+        }
+        if (!reply.message.isNull()) {
+            writer.key("message");
+            writer.text(reply.message);
+        }
+    }
+    writer.key("keepCallback");
+    writer.value(reply.keepCallback);
+    writer.line += "}}";
+}
+
+} // namespace
+
+QList<QByteArray> replyBody(const QList<ScriptReply> &replies, const QByteArray &tag)
+{
+    Writer writer(tag);
+    writer.line += "{\"replies\":[";
+    for (qsizetype i = 0; i < replies.size(); ++i) {
+        if (i > 0)
+            writer.line += ',';
+        writeReply(writer, replies.at(i));
+    }
+    writer.line += "],\"texts\":[";
+    for (qsizetype i = 0; i < writer.texts.size(); ++i) {
+        if (i > 0)
+            writer.line += ',';
+        writer.line += QByteArray::number(writer.texts.at(i).size());
+    }
+    writer.line += "]}\n";
+    return QList<QByteArray>{writer.line} + writer.texts;
+}
+
+PiecesDevice::PiecesDevice(QList<QByteArray> pieces, QObject *parent)
+    : QIODevice(parent), m_pieces(std::move(pieces))
+{
+    for (const QByteArray &piece : std::as_const(m_pieces))
+        m_size += piece.size();
+}
+
+qint64 PiecesDevice::readData(char *data, qint64 maxSize)
+{
+    qint64 skip = pos();
+    qint64 copied = 0;
+    for (const QByteArray &piece : std::as_const(m_pieces)) {
+        if (copied == maxSize)
+            break;
+        if (skip >= piece.size()) {
+            skip -= piece.size();
+            continue;
+        }
+        const qint64 part = std::min<qint64>(maxSize - copied, piece.size() - skip);
+        std::memcpy(data + copied, piece.constData() + skip, static_cast<size_t>(part));
+        copied += part;
+        skip = 0;
+    }
+    return copied;
+}
+
+} // namespace zelkam

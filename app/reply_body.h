@@ -1,0 +1,55 @@
+#pragma once
+
+#include <QByteArray>
+#include <QIODevice>
+#include <QList>
+#include <QVariant>
+
+namespace zelkam {
+
+/// One reply on its way to the page, or the news that a call was let go.
+struct ScriptReply
+{
+    qint64 call = 0;       ///< the page's number of the call
+    QString command;       ///< for the host's own eyes; the page does not get it
+    bool released = false; ///< no further reply will follow; the fields below do not count
+
+    bool success = false;
+    QVariant data; ///< what JSON can hold; a QByteArray is ASCII text
+    bool hasData = false;
+    QString status;  ///< of an error
+    QVariant code;   ///< of an error; absent when the status has no number
+    QString message; ///< of an error; null when it has none
+    bool keepCallback = false;
+};
+
+/// Writes replies as one body for the injected script: a line of JSON, then raw text.
+///
+/// The line is pure ASCII: { "replies": [...], "texts": [lengths] }. ASCII text of 64 KiB and
+/// more that comes as a QByteArray is not put into the line; an object whose only key is the tag
+/// stands for it there, and its bytes follow the line's feed, shared and not copied. So a data
+/// URL of 64 MiB is held once, and the script takes it as a slice of what it read.
+///
+/// What JSON cannot hold (a number that is not finite, say) is written as null.
+QList<QByteArray> replyBody(const QList<ScriptReply> &replies, const QByteArray &tag);
+
+/// A read-only device over pieces of memory, without joining them.
+class PiecesDevice : public QIODevice
+{
+    Q_OBJECT
+
+public:
+    explicit PiecesDevice(QList<QByteArray> pieces, QObject *parent = nullptr);
+
+    qint64 size() const override { return m_size; }
+
+protected:
+    qint64 readData(char *data, qint64 maxSize) override;
+    qint64 writeData(const char *, qint64) override { return -1; }
+
+private:
+    QList<QByteArray> m_pieces;
+    qint64 m_size = 0;
+};
+
+} // namespace zelkam

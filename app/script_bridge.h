@@ -1,0 +1,103 @@
+#pragma once
+
+#include "app/script_session.h"
+#include "app/web_origin.h"
+#include "host/zelkam_mobile_plugin.h"
+
+#include <QHash>
+#include <QObject>
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace zelkam {
+
+class ScriptBridge;
+
+/// What the injected script reaches through the web channel, and all that it reaches there.
+class ScriptChannel : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit ScriptChannel(ScriptBridge &bridge) : m_bridge(bridge) {}
+
+    /// Another document begins in the main frame.
+    Q_INVOKABLE void begin();
+    /// A call; see ScriptBridge::call().
+    Q_INVOKABLE void call(const QString &token, double number, const QString &command,
+                          const QString &arguments, const QString &tag);
+
+signals:
+    /// Replies may be fetched. Carries nothing, as whatever goes through the channel reaches the
+    /// document that is there when it arrives, which need not be the one that it is meant for.
+    void repliesWait();
+
+private:
+    ScriptBridge &m_bridge;
+};
+
+/// Routes the page's calls to the commands of plug-ins, and their replies back.
+///
+/// A call names its session by the token; the session's origin was told by the web engine, not by
+/// the page. It is checked against the allowed origins when the call arrives. A call without a
+/// session that is open is dropped: nobody is there to be told.
+///
+/// Main thread only.
+class ScriptBridge : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Runs the given work when something else is done, in the order in which it was given.
+    using Gate = std::function<void(std::function<void()>)>;
+
+    explicit ScriptBridge(AllowedOrigins allowedOrigins, CommandDelegate *delegate);
+    ~ScriptBridge() override;
+
+    void addPlugin(std::shared_ptr<ZelkamMobilePlugin> plugin);
+
+    /// What each command, and each notice of replies, waits for; nothing by default.
+    void setGate(Gate gate) { m_gate = std::move(gate); }
+
+    /// The object to register with the web channel.
+    ScriptChannel *channel() { return &m_channel; }
+
+    bool isAllowed(const std::optional<WebOrigin> &origin) const;
+
+    /// Opens a session for a document of an allowed origin. Nothing for any other, or when this
+    /// document opened more than a page has reason to.
+    std::optional<QByteArray> openSession(const std::optional<WebOrigin> &origin);
+
+    /// The replies that wait, as replyBody() writes them. Nothing unless the session is open and
+    /// belongs to the origin.
+    std::optional<QList<QByteArray>> takeReplies(const QByteArray &token,
+                                                 const std::optional<WebOrigin> &origin);
+
+    /// Ends every session: the document is gone.
+    void endSessions();
+
+    /// Runs a command. The status of a call that no command takes is COMMAND_NOT_FOUND; that of
+    /// arguments that cannot be read is INVALID_PARAM.
+    void call(const QByteArray &token, qint64 number, const QString &command,
+              const QString &arguments, const QString &tag);
+
+signals:
+    /// A call was handed to its command.
+    void called(const QString &command, const QString &arguments);
+    /// The page fetches a reply.
+    void replied(const zelkam::ScriptReply &reply);
+
+private:
+    void run(const std::shared_ptr<ScriptSession> &session, qint64 number, const QString &command,
+             const QString &arguments, const QString &tag);
+
+    const AllowedOrigins m_allowedOrigins;
+    CommandDelegate *const m_delegate;
+    QList<std::shared_ptr<ZelkamMobilePlugin>> m_plugins;
+    QHash<QByteArray, std::shared_ptr<ScriptSession>> m_sessions;
+    Gate m_gate;
+    ScriptChannel m_channel;
+};
+
+} // namespace zelkam

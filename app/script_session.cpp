@@ -1,0 +1,56 @@
+#include "app/script_session.h"
+
+#include "platform/foundation/dispatch_queue.h"
+
+#include <QRandomGenerator>
+#include <array>
+#include <utility>
+
+namespace zelkam {
+
+namespace {
+
+QByteArray randomToken()
+{
+    std::array<quint32, 4> words{};
+    QRandomGenerator::system()->fillRange(words.data(), static_cast<qsizetype>(words.size()));
+    return QByteArray(reinterpret_cast<const char *>(words.data()), sizeof words).toHex();
+}
+
+} // namespace
+
+ScriptSession::ScriptSession(WebOrigin origin, std::function<void()> wake)
+    : m_token(randomToken()), m_origin(std::move(origin)), m_wake(std::move(wake))
+{
+}
+
+void ScriptSession::push(ScriptReply reply)
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        if (m_closed)
+            return;
+        m_replies.append(std::move(reply));
+    }
+    DispatchQueue::main().async([weak = weak_from_this()] {
+        const auto session = weak.lock();
+        if (session && session->m_wake)
+            session->m_wake();
+    });
+}
+
+QList<ScriptReply> ScriptSession::take()
+{
+    const std::lock_guard lock(m_mutex);
+    return std::exchange(m_replies, {});
+}
+
+void ScriptSession::close()
+{
+    m_wake = nullptr;
+    const std::lock_guard lock(m_mutex);
+    m_closed = true;
+    m_replies.clear();
+}
+
+} // namespace zelkam

@@ -1,0 +1,171 @@
+// The demo's cards: what each one calls, and the replies that it is meant to get. The unattended
+// tour plays the cards in this order and compares.
+//
+//   expect  the statuses of all replies, "success" for a success
+//   screen  "preview" when the call ends with a screen that has to be closed
+//   share   the tour opens the share sheet on the way
+//   before  something that the page does first
+
+const icons = {
+    image: 'M4 5h16v14H4zM4 16l5-5 4 4 3-3 4 4M15.5 9.5h.01',
+    document: 'M7 3h7l5 5v13H7zM14 3v5h5M10 13h6M10 17h6',
+    bell: 'M6 16V11a6 6 0 0 1 12 0v5l2 2H4zM10 21h4',
+    box: 'M4 8l8-4 8 4v8l-8 4-8-4zM4 8l8 4 8-4M12 12v8',
+    send: 'M12 19V5M6 11l6-6 6 6M5 21h14',
+    tag: 'M4 4h8l8 8-8 8-8-8zM8.5 8.5h.01',
+    key: 'M14 10a4 4 0 1 0-3.5 4L13 12h2v-2h2V8h3V5h-3z',
+    alert: 'M12 4l9 16H3zM12 10v4M12 17h.01',
+    clock: 'M12 3a9 9 0 1 0 .01 0M12 7v5l3 2',
+};
+
+const download = (card) => ({ command: 'fileDownload', icon: 'document', expect: ['success'], ...card });
+
+export const sections = [
+    {
+        title: 'Download and show',
+        lead: 'The file is fetched by the application, kept in its Download folder and shown.',
+        cards: [
+            download({
+                title: 'An image',
+                about: 'Shown when it has arrived. Done closes it.',
+                icon: 'image',
+                args: { url: '/files/coast.jpg' },
+                screen: 'preview',
+            }),
+            download({
+                title: 'A PDF, to share',
+                about: 'With a Share button: open with, save a copy, e-mail.',
+                args: { url: 'files/report.pdf', share: true },
+                screen: 'preview',
+                share: true,
+            }),
+            download({
+                title: 'A text with its own name',
+                about: 'The page chooses the name under which it is kept.',
+                icon: 'tag',
+                args: { url: '/files/notes.txt', fileName: 'Notes of the crossing.txt' },
+                screen: 'preview',
+            }),
+            download({
+                title: 'A kind nobody knows',
+                about: 'The preview shows name, kind and size.',
+                icon: 'box',
+                args: { url: '/files/soundings.zkd', progress: false },
+                screen: 'preview',
+            }),
+        ],
+    },
+    {
+        title: 'Download quietly',
+        lead: 'Without a screen: a note at the bottom, or the photo album.',
+        cards: [
+            download({
+                title: 'Just a note',
+                about: 'A message tells the file’s name when it is there.',
+                icon: 'bell',
+                args: { url: '/files/notes.txt', open: false, notify: true },
+            }),
+            download({
+                title: 'Into the photo album',
+                about: 'A copy of the image goes to the album.',
+                icon: 'image',
+                args: { url: '/files/coast.jpg', open: false, saveAlbum: true },
+            }),
+        ],
+    },
+    {
+        title: 'Send something along',
+        lead: 'A request can carry data, headers and the session’s cookies.',
+        cards: [
+            download({
+                title: 'Data as JSON',
+                about: 'The server makes a file of what it was sent.',
+                icon: 'send',
+                args: {
+                    url: '/orders/receipt',
+                    requestType: 'post',
+                    data: { item: 'Sea chart 42', copies: 2, express: true },
+                },
+                screen: 'preview',
+            }),
+            download({
+                title: 'Data as a form',
+                about: 'The same, in the way of a web form.',
+                icon: 'send',
+                args: {
+                    url: '/orders/receipt',
+                    requestType: 'post',
+                    dataType: 'application/x-www-form-urlencoded',
+                    data: { item: 'Sea chart 42', copies: '2' },
+                },
+                screen: 'preview',
+            }),
+            download({
+                title: 'Extra headers',
+                about: 'The server answers in the language it is asked for.',
+                icon: 'tag',
+                args: { url: '/greeting', httpHeaders: { 'X-Greeting-Language': 'fr' } },
+                screen: 'preview',
+            }),
+            download({
+                title: 'Cookies',
+                about: 'Those of the page and of the server go along, hidden ones included.',
+                icon: 'key',
+                before: 'cookies',
+                args: { url: '/cookies/list', fileName: 'cookies.txt' },
+                screen: 'preview',
+            }),
+        ],
+    },
+    {
+        title: 'When something goes wrong',
+        lead: 'Every call gets an answer that says what happened.',
+        cards: [
+            download({
+                title: 'No such file',
+                about: 'The server has nothing under this address.',
+                icon: 'alert',
+                args: { url: '/files/gone.pdf' },
+                expect: ['2043'],
+            }),
+            download({
+                title: 'No such file, by POST',
+                about: 'This message carries the server’s status.',
+                icon: 'alert',
+                args: { url: '/files/gone.pdf', requestType: 'post' },
+                expect: ['2044'],
+            }),
+            download({
+                title: 'A broken answer',
+                about: 'The connection ends in the middle; no half file is kept.',
+                icon: 'alert',
+                args: { url: '/broken' },
+                expect: ['NETWORK_RESPONSE_ERROR'],
+            }),
+            download({
+                title: 'A document for the album',
+                about: 'Only images can go there: two steps report it.',
+                icon: 'alert',
+                args: { url: '/files/report.pdf', saveAlbum: true },
+                expect: ['INVALID_PARAM', 'INVALID_PARAM'],
+            }),
+            download({
+                title: 'No address',
+                about: 'A download needs to know from where.',
+                icon: 'alert',
+                args: { fileName: 'nothing.pdf' },
+                expect: ['INVALID_PARAM'],
+            }),
+            download({
+                title: 'A slow server',
+                about: 'The mark at the top turns as long as the network is in use.',
+                icon: 'clock',
+                args: { url: '/slow', open: false, notify: true },
+            }),
+        ],
+    },
+];
+
+export function iconPath(name) {
+    return icons[name];
+}
