@@ -4,9 +4,12 @@
 #include "platform/ui/theme.h"
 
 #include <QAudioOutput>
+#include <QCoreApplication>
 #include <QEvent>
+#include <QFileInfo>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QLibraryInfo>
 #include <QPainter>
 #include <QSlider>
 #include <QTime>
@@ -27,6 +30,18 @@ QString clock(qint64 milliseconds)
         QTime::fromMSecsSinceStartOfDay(int(qBound(0LL, milliseconds, 86'399'999LL)));
     return time.toString(time.hour() > 0 ? QStringLiteral("h:mm:ss") : QStringLiteral("m:ss"));
 }
+
+/// Qt 6.4's GStreamer backend, its default, crashes on a machine that lacks one of GStreamer's
+/// many plug-ins; the FFmpeg backend has all it needs in itself. Whoever sets the variable decides.
+/// It is set while there is one thread only.
+void preferFfmpegBackend()
+{
+    const QString plugin = QLibraryInfo::path(QLibraryInfo::PluginsPath) +
+                           QStringLiteral("/multimedia/libffmpegmediaplugin.so");
+    if (!qEnvironmentVariableIsSet("QT_MEDIA_BACKEND") && QFileInfo::exists(plugin))
+        qputenv("QT_MEDIA_BACKEND", "ffmpeg");
+}
+Q_COREAPP_STARTUP_FUNCTION(preferFfmpegBackend)
 
 } // namespace
 

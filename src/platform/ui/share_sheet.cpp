@@ -127,7 +127,7 @@ void ShareSheet::layoutPanel()
     const QMargins safe = safeAreaInsets(this);
     const bool popover = isPopover();
     m_cancel->setVisible(!popover);
-    const double below = popover ? 0.0 : gap + metrics::row + safe.bottom();
+    const double below = popover ? gap : gap + metrics::row + safe.bottom();
     const double room = height() - safe.top() - 2 * gap - headHeight - below;
     const double rows = qMin<double>(m_rowsHeight, qMax<double>(metrics::row, room));
     const double panelHeight = headHeight + rows + below;
@@ -192,7 +192,11 @@ void ShareSheet::drawHead(QPainter &painter, const QRectF &room) const
 {
     constexpr int iconSize = 48;
     const QPointF iconAt(room.left() + 2 * gap, room.top() + (headHeight - iconSize) / 2.0);
-    painter.drawPixmap(iconAt, kindIcon(m_head.iconNames, iconSize, devicePixelRatioF()));
+    // The theme draws its full icons at 64 only; below, they are outlines.
+    constexpr int drawnSize = 64;
+    const QPixmap icon = kindIcon(m_head.iconNames, drawnSize, devicePixelRatioF());
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.drawPixmap(QRectF(iconAt, QSizeF(iconSize, iconSize)), icon, icon.rect());
     const double left = iconAt.x() + iconSize + 1.5 * gap;
     const QRectF lines(left, room.center().y() - 2.75 * gap, room.right() - 2 * gap - left,
                        5.5 * gap);

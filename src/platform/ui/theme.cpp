@@ -1,9 +1,11 @@
 #include "platform/ui/theme.h"
 
+#include "platform/ui/theme_style.h"
+
 #include <QApplication>
 #include <QPainter>
+#include <QStandardPaths>
 #include <QStyle>
-#include <QStyleFactory>
 
 namespace zelkam {
 
@@ -32,6 +34,27 @@ bool systemIsDark()
 {
     static const bool dark = isDark(QApplication::palette());
     return dark;
+}
+
+/// Makes the icons findable on platforms that know no icon theme (offscreen, plain X11) and where
+/// the host has chosen none.
+void ensureIconTheme()
+{
+    static const bool done = [] {
+        QStringList paths = QIcon::themeSearchPaths();
+        const QStringList folders =
+            QStandardPaths::locateAll(QStandardPaths::GenericDataLocation, QStringLiteral("icons"),
+                                      QStandardPaths::LocateDirectory);
+        for (const QString &folder : folders) {
+            if (!paths.contains(folder))
+                paths.append(folder);
+        }
+        QIcon::setThemeSearchPaths(paths);
+        if (QIcon::fallbackThemeName().isEmpty())
+            QIcon::setFallbackThemeName(QStringLiteral("breeze"));
+        return true;
+    }();
+    Q_UNUSED(done)
 }
 
 } // namespace
@@ -65,7 +88,8 @@ QPalette themePalette(ColorScheme scheme)
 void applyTheme(ColorScheme scheme)
 {
     const QPalette palette = themePalette(scheme); // asks for the system's before it is replaced
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    if (!qobject_cast<ThemeStyle *>(QApplication::style()))
+        QApplication::setStyle(new ThemeStyle);
     QApplication::setPalette(palette);
 
     QFont font;
@@ -74,8 +98,8 @@ void applyTheme(ColorScheme scheme)
     font.setPixelSize(metrics::bodyText);
     QApplication::setFont(font);
 
+    ensureIconTheme();
     QIcon::setThemeName(isDark(palette) ? QStringLiteral("breeze-dark") : QStringLiteral("breeze"));
-    QIcon::setFallbackThemeName(QStringLiteral("breeze"));
 }
 
 QFont themeFont(TextRole role, const QFont &base)
@@ -130,6 +154,7 @@ QPixmap tintedIcon(const QString &name, int size, const QColor &color, double de
 
 QPixmap kindIcon(const QStringList &names, int size, double devicePixelRatio)
 {
+    ensureIconTheme();
     for (const QString &name : names) {
         const QIcon icon = QIcon::fromTheme(name);
         const QPixmap pixmap = icon.pixmap(QSize(size, size), devicePixelRatio);

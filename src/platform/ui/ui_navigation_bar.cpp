@@ -19,6 +19,8 @@ public:
     {
         const bool strong = item.systemItem() == UIBarButtonSystemItem::done;
         m_icon = item.iconName();
+        if (tintedIcon(m_icon, metrics::icon, Qt::black, 1.0).isNull())
+            m_icon.clear(); // without the icon theme, the word has to do
         QFont own = themeFont(TextRole::body, font());
         own.setWeight(strong ? QFont::DemiBold : QFont::Normal);
         setFont(own);
@@ -50,7 +52,7 @@ protected:
         const QPixmap icon = m_icon.isEmpty()
                                  ? QPixmap()
                                  : tintedIcon(m_icon, metrics::icon, color, devicePixelRatioF());
-        if (icon.isNull()) {
+        if (m_icon.isEmpty()) {
             painter.setPen(color);
             painter.drawText(rect(), Qt::AlignCenter | Qt::TextSingleLine, text());
         } else {
