@@ -35,9 +35,14 @@ QAccessibleInterface *makeInterface(const QString &, QObject *object)
 
 } // namespace
 
+void makeBubblesAccessible()
+{
+    // Qt takes the same factory once.
+    QAccessible::installFactory(makeInterface);
+}
+
 void announceToast(QWidget *toast)
 {
-    QAccessible::installFactory(makeInterface);
     QAccessibleEvent alert(toast, QAccessible::Alert);
     QAccessible::updateAccessibility(&alert);
     const auto *bubble = qobject_cast<ToastBubble *>(toast);

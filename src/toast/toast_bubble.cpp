@@ -1,5 +1,6 @@
 #include "toast/toast_bubble.h"
 
+#include "toast/toast_accessible.h"
 #include "toast/toast_effect.h"
 
 #include <QPainter>
@@ -9,6 +10,7 @@ namespace zelkam {
 ToastBubble::ToastBubble(const QColor &background, double cornerRadius)
     : m_background(background), m_cornerRadius(cornerRadius)
 {
+    makeBubblesAccessible();
 }
 
 QPoint ToastBubble::setFrame(const QRectF &frame, const QRectF &contents)
@@ -34,7 +36,6 @@ void ToastBubble::setAnnouncement(const QString &title, const QString &message, 
 {
     setAccessibleName(title.isEmpty() ? message : title);
     setAccessibleDescription(title.isEmpty() ? QString() : message);
-    m_message = message;
     m_isBusy = isBusy;
 }
 

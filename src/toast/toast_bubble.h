@@ -33,7 +33,6 @@ public:
 
     /// What a screen reader says; a busy bubble is announced as work that goes on.
     void setAnnouncement(const QString &title, const QString &message, bool isBusy);
-    QString message() const { return m_message; }
     bool isBusy() const { return m_isBusy; }
 
 protected:
@@ -43,7 +42,6 @@ private:
     QColor m_background;
     double m_cornerRadius;
     QRectF m_frame;
-    QString m_message;
     bool m_isBusy = false;
 };
 
