@@ -1,0 +1,130 @@
+#include "host_process.h"
+#include "support/http_test_server.h"
+
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QtTest>
+
+using namespace Qt::StringLiterals;
+
+/// What the page interface itself promises, whatever the command.
+class TestPageCalls : public QObject
+{
+    Q_OBJECT
+
+private:
+    HttpTestServer server;
+    HttpTestServer elsewhere;
+
+    static QString statusOf(const QJsonValue &result)
+    {
+        return result.toObject().value(u"rejected"_s).toObject().value(u"status"_s).toString();
+    }
+
+private slots:
+    void initTestCase()
+    {
+        const QByteArray frame =
+            "<iframe src='/frame' id=f></iframe><script>addEventListener('message', e => {"
+            " window.fromFrame = e.data })</script>";
+        const auto html = [](const QByteArray &body) {
+            return HttpTestServer::answer(body, "Content-Type: text/html\r\n");
+        };
+        server.on("/page", html("<!doctype html><title>Page</title>" + frame));
+        server.on("/frame", html("<script>parent.postMessage([typeof ZelkamMobile, "
+                                 "typeof qt], '*')</script>"));
+        server.on("/a.txt", HttpTestServer::answer("hello"));
+        elsewhere.on("/page", html("<!doctype html><title>Elsewhere</title>"));
+    }
+
+    void refusesGarbage_data()
+    {
+        QTest::addColumn<QString>("call");
+        QTest::addColumn<QString>("status");
+        const QString invalid = u"INVALID_PARAM"_s;
+        const auto row = [](const char *name, const QString &call, const QString &status) {
+            QTest::newRow(name) << call << status;
+        };
+        row("no arguments", u"exec('fileDownload')"_s, invalid);
+        row("a number for arguments", u"exec('fileDownload', 5)"_s, invalid);
+        row("a list for arguments", u"exec('fileDownload', [1])"_s, invalid);
+        row("null for arguments", u"exec('fileDownload', null)"_s, invalid);
+        row("arguments that hold themselves",
+            u"exec('fileDownload', (() => { const a = {}; a.a = a; return a })())"_s, invalid);
+        row("a property that throws",
+            u"exec('fileDownload', {get url() { throw new Error('x') }})"_s, invalid);
+        row("nesting a thousand times too deep",
+            u"exec('fileDownload', (() => { let a = {}; for (let i = 0; i < 1e5; ++i) a = {a};"
+            " return a })())"_s,
+            invalid);
+        row("nesting a little too deep",
+            u"exec('fileDownload', (() => { let a = {}; for (let i = 0; i < 2000; ++i) a = {a};"
+            " return a })())"_s,
+            invalid);
+        row("an address of ten megabytes that is none",
+            u"exec('fileDownload', {url: '%'.repeat(1e7)})"_s, invalid);
+        row("keys with odd characters",
+            u"exec('fileDownload', {'\\u0000': 1, '__proto__ ': 2, '\\ud800': 3, '': 4})"_s,
+            invalid);
+        row("a command that is none", u"exec('deleteLater', {})"_s, u"COMMAND_NOT_FOUND"_s);
+        row("a command of another type", u"exec({}, {})"_s, u"COMMAND_NOT_FOUND"_s);
+        row("a property for a command", u"exec('currentCallBack', {})"_s, u"COMMAND_NOT_FOUND"_s);
+    }
+    void refusesGarbage()
+    {
+        static HostProcess *host = nullptr; // one for all rows
+        if (!host) {
+            host = new HostProcess;
+            host->setParent(this);
+            QVERIFY(host->start(server.url(u"/page"_s)));
+        }
+        QFETCH(QString, call);
+        const auto result = host->run(u"return await ZelkamMobile."_s + call);
+        QTEST(statusOf(result), "status");
+        QCOMPARE(host->run(u"return await ZelkamMobile.exec('fileDownload',"
+                           " {url: 'a.txt', open: false}) ?? 'done'"_s),
+                 u"done"_s);
+    }
+
+    void onlyTheMainFrameOfAnAllowedOriginIsHeard()
+    {
+        HostProcess host;
+        QVERIFY(
+            host.start(elsewhere.url(u"/page"_s), {u"--real-server-url"_s, server.url(QString())}));
+        // The page that the host was started with is its own; a page it leads to is not.
+        QCOMPARE(host.run(u"return await ZelkamMobile.exec('fileDownload',"
+                          " {url: 'a.txt', open: false}) ?? 'done'"_s),
+                 u"done"_s);
+        HttpTestServer third;
+        third.on("/page", HttpTestServer::answer("<!doctype html>", "Content-Type: text/html\r\n"));
+        const auto before = server.requests().size();
+        host.run(u"location.href = '%1'"_s.arg(third.url(u"/page"_s)));
+        QTRY_COMPARE_WITH_TIMEOUT(host.run(u"return location.port"_s).toString(),
+                                  QString::number(third.port()), 10000);
+        QCOMPARE(statusOf(host.run(u"return await ZelkamMobile.exec('fileDownload',"
+                                   " {url: '%1', open: false})"_s.arg(server.url(u"/a.txt"_s)))),
+                 u"ORIGIN_NOT_ALLOWED"_s);
+        QCOMPARE(server.requests().size(), before);
+        // The origin of the server is allowed, but a frame of it has no channel.
+        host.run(u"location.href = '%1'"_s.arg(server.url(u"/page"_s)));
+        QTRY_COMPARE_WITH_TIMEOUT(host.run(u"return window.fromFrame"_s),
+                                  (QJsonArray{u"undefined"_s, u"undefined"_s}), 10000);
+        QCOMPARE(host.run(u"return await ZelkamMobile.exec('fileDownload',"
+                          " {url: 'a.txt', open: false}) ?? 'done'"_s),
+                 u"done"_s);
+    }
+
+    void showsThePagesConsoleAndEndsWithThePage()
+    {
+        HostProcess host;
+        QVERIFY(host.start(server.url(u"/page"_s)));
+        host.run(u"console.log('one\\ntwo')"_s);
+        QVERIFY(host.waitForOutput(u"page: one"_s));
+        QVERIFY(host.waitForOutput(u"page: two"_s));
+        host.run(u"setTimeout(() => window.close(), 50)"_s);
+        QCOMPARE(host.waitForEnd(), 0);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestPageCalls)
+#include "tst_page_calls.moc"
