@@ -2,7 +2,12 @@
 
 #include "platform/ui/image_decoding.h"
 
+#include <QtPlugin>
 #include <algorithm>
+
+// Whoever decodes pictures through this layer gets HEIC, and with it every QImageReader of the
+// program.
+Q_IMPORT_PLUGIN(ZelkamHeifImagePlugin)
 
 namespace zelkam {
 

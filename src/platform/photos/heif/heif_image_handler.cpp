@@ -1,0 +1,97 @@
+#include "platform/photos/heif/heif_image_handler.h"
+
+#include <QImageReader>
+
+namespace zelkam {
+
+namespace {
+
+bool isWithinLimit(const HeifPicture &picture)
+{
+    const qint64 limit = qint64(QImageReader::allocationLimit()) << 20;
+    return limit == 0 || picture.cost().bytes <= limit;
+}
+
+} // namespace
+
+bool HeifImageHandler::canRead(QIODevice *device)
+{
+    // The major brands of still images coded with HEVC (ISO/IEC 23008-12, annex B), and the
+    // general ones, which other codings use as well: such a file is refused when it is read.
+    const QByteArray head = device->peek(12);
+    if (head.size() < 12 || head.mid(4, 4) != "ftyp")
+        return false;
+    static const QByteArrayList brands{"heic", "heix", "heim", "heis", "mif1", "msf1"};
+    return brands.contains(head.mid(8));
+}
+
+bool HeifImageHandler::canRead() const
+{
+    if (m_opened ? !m_picture.has_value() : !canRead(device()))
+        return false;
+    setFormat("heic");
+    return true;
+}
+
+const HeifPicture *HeifImageHandler::picture() const
+{
+    if (!m_opened) {
+        m_opened = true;
+        m_picture = HeifPicture::open(device()->readAll());
+    }
+    return m_picture ? &*m_picture : nullptr;
+}
+
+bool HeifImageHandler::read(QImage *image)
+{
+    const HeifPicture *whole = picture();
+    if (!whole)
+        return false;
+    constexpr int fastBelow = 50;
+    const auto small = m_quality >= 0 && m_quality < fastBelow && !m_scaledSize.isEmpty()
+                           ? whole->thumbnail(m_scaledSize)
+                           : std::nullopt;
+    const HeifPicture &chosen = small ? *small : *whole;
+    const QSize size = m_scaledSize.isEmpty() ? chosen.size() : m_scaledSize;
+    // Asked for first, so that what is too large fails before anything is decoded.
+    if (!isWithinLimit(chosen) || !allocateImage(size, QImage::Format_RGB32, image))
+        return false;
+    *image = QImage();
+    *image = chosen.decode(size);
+    m_picture.reset(); // one picture, once
+    return !image->isNull();
+}
+
+QVariant HeifImageHandler::option(ImageOption option) const
+{
+    const HeifPicture *found = option == Size || option == ImageFormat ? picture() : nullptr;
+    switch (option) {
+    case Size:
+        return found ? QVariant(found->size()) : QVariant();
+    case ImageFormat:
+        if (!found)
+            return {};
+        return found->hasAlpha() ? QImage::Format_ARGB32 : QImage::Format_RGB32;
+    case ScaledSize:
+        return m_scaledSize;
+    case Quality:
+        return m_quality;
+    default:
+        return {};
+    }
+}
+
+void HeifImageHandler::setOption(ImageOption option, const QVariant &value)
+{
+    if (option == ScaledSize)
+        m_scaledSize = value.toSize();
+    else if (option == Quality)
+        m_quality = value.toInt();
+}
+
+bool HeifImageHandler::supportsOption(ImageOption option) const
+{
+    return option == Size || option == ImageFormat || option == ScaledSize || option == Quality;
+}
+
+} // namespace zelkam

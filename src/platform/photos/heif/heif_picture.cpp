@@ -1,0 +1,134 @@
+#include "platform/photos/heif/heif_picture.h"
+
+#include "platform/photos/heif/heif_colors.h"
+
+#include <cmath>
+
+namespace zelkam {
+
+namespace {
+
+struct OptionsRelease
+{
+    void operator()(heif_decoding_options *options) const { heif_decoding_options_free(options); }
+};
+
+HeifImage decodeHandle(const heif_image_handle *handle, heif_colorspace colors, heif_chroma chroma)
+{
+    const std::unique_ptr<heif_decoding_options, OptionsRelease> options(
+        heif_decoding_options_alloc());
+    if (!options)
+        return {};
+    // A picture with a part missing is refused, not handed out with grey in its place.
+    options->strict_decoding = 1;
+    heif_image *image = nullptr;
+    const heif_error error = heif_decode_image(handle, &image, colors, chroma, options.get());
+    HeifImage owned(image);
+    return error.code == heif_error_Ok ? std::move(owned) : HeifImage();
+}
+
+/// The way for planes of a kind of their own: libheif makes the colours.
+QImage decodeInterleaved(const heif_image_handle *handle, bool premultiplied)
+{
+    const bool alpha = heif_image_handle_has_alpha_channel(handle) != 0;
+    const auto picture =
+        decodeHandle(handle, heif_colorspace_RGB,
+                     alpha ? heif_chroma_interleaved_RGBA : heif_chroma_interleaved_RGB);
+    int stride = 0;
+    const uint8_t *bytes =
+        picture ? heif_image_get_plane_readonly(picture.get(), heif_channel_interleaved, &stride)
+                : nullptr;
+    if (!bytes)
+        return {};
+    const QImage view(bytes, heif_image_get_width(picture.get(), heif_channel_interleaved),
+                      heif_image_get_height(picture.get(), heif_channel_interleaved), stride,
+                      !alpha          ? QImage::Format_RGB888
+                      : premultiplied ? QImage::Format_RGBA8888_Premultiplied
+                                      : QImage::Format_RGBA8888);
+    return view.convertToFormat(!alpha          ? QImage::Format_RGB32
+                                : premultiplied ? QImage::Format_ARGB32_Premultiplied
+                                                : QImage::Format_ARGB32);
+}
+
+} // namespace
+
+HeifPicture::HeifPicture(QByteArray file, HeifStructure structure, HeifImageHandle handle,
+                         HeifStructure::Cost cost)
+    : m_file(std::move(file)),
+      m_structure(std::move(structure)),
+      m_handle(std::move(handle)),
+      m_cost(cost)
+{
+}
+
+std::optional<HeifPicture> HeifPicture::open(const QByteArray &file)
+{
+    auto structure = HeifStructure::read(file);
+    const auto cost = structure ? structure->cost(structure->primaryItem()) : std::nullopt;
+    if (!cost)
+        return std::nullopt;
+    const HeifContext context(heif_context_alloc());
+    heif_image_handle *handle = nullptr;
+    if (!context ||
+        heif_context_read_from_memory_without_copy(context.get(), file.constData(),
+                                                   size_t(file.size()), nullptr)
+                .code != heif_error_Ok ||
+        heif_context_get_primary_image_handle(context.get(), &handle).code != heif_error_Ok)
+        return std::nullopt;
+    return HeifPicture(file, std::move(*structure), HeifImageHandle(handle), *cost);
+}
+
+QSize HeifPicture::size() const
+{
+    return {heif_image_handle_get_width(m_handle.get()),
+            heif_image_handle_get_height(m_handle.get())};
+}
+
+bool HeifPicture::hasAlpha() const
+{
+    return heif_image_handle_has_alpha_channel(m_handle.get()) != 0;
+}
+
+std::optional<HeifPicture> HeifPicture::thumbnail(QSize atLeast) const
+{
+    heif_item_id item = 0;
+    heif_image_handle *found = nullptr;
+    if (heif_image_handle_get_list_of_thumbnail_IDs(m_handle.get(), &item, 1) != 1)
+        return std::nullopt;
+    const auto cost = m_structure.cost(item);
+    if (!cost ||
+        heif_image_handle_get_thumbnail(m_handle.get(), item, &found).code != heif_error_Ok)
+        return std::nullopt;
+    HeifPicture small(m_file, m_structure, HeifImageHandle(found), *cost);
+    const QSize whole = size();
+    const QSize own = small.size();
+    const double shape = double(whole.width()) / whole.height();
+    const double ownShape = double(own.width()) / qMax(1, own.height());
+    constexpr double tolerance = 0.03;
+    if (own.width() < atLeast.width() || own.height() < atLeast.height() ||
+        std::abs(shape - ownShape) > tolerance * shape)
+        return std::nullopt;
+    return small;
+}
+
+QImage HeifPicture::decode(QSize target) const
+{
+    const bool premultiplied = heif_image_handle_is_premultiplied_alpha(m_handle.get()) != 0;
+    const auto picture =
+        decodeHandle(m_handle.get(), heif_colorspace_undefined, heif_chroma_undefined);
+    if (!picture)
+        return {};
+    const QSize own(heif_image_get_primary_width(picture.get()),
+                    heif_image_get_primary_height(picture.get()));
+    if (target.isEmpty())
+        target = own;
+    QImage image = imageFromPlanes(picture.get(), target.boundedTo(own), premultiplied);
+    if (image.isNull())
+        image = decodeInterleaved(m_handle.get(), premultiplied);
+    if (!image.isNull() && image.size() != target)
+        image = image.scaled(target, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    image.setColorSpace(heifColorSpace(m_handle.get()));
+    return image;
+}
+
+} // namespace zelkam
