@@ -26,7 +26,8 @@ HTTPCookie cookie(const QString &name, const QString &value = QStringLiteral("v"
 QString valueIn(const HTTPCookieStorage &store, const QString &name)
 {
     QStringList values;
-    for (const HTTPCookie &stored : *store.cookies()) {
+    const QList<HTTPCookie> cookies = *store.cookies();
+    for (const HTTPCookie &stored : cookies) {
         if (stored.name == name)
             values += stored.value;
     }

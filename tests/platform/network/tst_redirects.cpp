@@ -25,7 +25,8 @@ private slots:
 
     void cleanup()
     {
-        for (const HTTPCookie &cookie : *HTTPCookieStorage::shared().cookies())
+        const QList<HTTPCookie> stored = *HTTPCookieStorage::shared().cookies();
+        for (const HTTPCookie &cookie : stored)
             HTTPCookieStorage::shared().deleteCookie(cookie);
     }
 
