@@ -2,9 +2,11 @@
 
 #include <QCoreApplication>
 #include <QThread>
-#include <QThreadPool>
+#include <chrono>
+#include <condition_variable>
 #include <deque>
 #include <mutex>
+#include <thread>
 #include <utility>
 
 namespace zelkam {
@@ -12,15 +14,68 @@ namespace zelkam {
 namespace {
 
 /// The threads of all background queues. Sized for work that waits for a disk, not for
-/// processors: one slow queue must not hold up the others.
-class BackgroundPool : public QThreadPool
+/// processors: one slow queue must not hold up the others. Not Qt's pool, as the thread sanitizer
+/// cannot see into that and would report every queue that it runs.
+class BackgroundPool
 {
 public:
-    BackgroundPool()
+    BackgroundPool() = default;
+    Q_DISABLE_COPY_MOVE(BackgroundPool)
+
+    /// Waits for all work, queued work included.
+    ~BackgroundPool()
     {
-        setMaxThreadCount(64);
-        setExpiryTimeout(5000);
+        std::unique_lock lock(m_mutex);
+        m_isEnding = true;
+        m_workCame.notify_all();
+        m_threadEnded.wait(lock, [this] { return m_threads == 0; });
     }
+
+    void start(DispatchQueue::Work work)
+    {
+        const std::lock_guard lock(m_mutex);
+        m_work.push_back(std::move(work));
+        if (m_idle >= m_work.size() || m_threads == maxThreads) {
+            m_workCame.notify_one();
+        } else {
+            ++m_threads;
+            std::thread(&BackgroundPool::run, this).detach();
+        }
+    }
+
+private:
+    static constexpr std::size_t maxThreads = 64;
+    static constexpr std::chrono::seconds idleTime{5};
+
+    void run()
+    {
+        std::unique_lock lock(m_mutex);
+        const auto hasWorkOrEnds = [this] { return !m_work.empty() || m_isEnding; };
+        for (;;) {
+            ++m_idle;
+            m_workCame.wait_for(lock, idleTime, hasWorkOrEnds);
+            --m_idle;
+            if (m_work.empty())
+                break;
+            DispatchQueue::Work work = std::move(m_work.front());
+            m_work.pop_front();
+            lock.unlock();
+            work();
+            work = nullptr;
+            lock.lock();
+        }
+        --m_threads;
+        // Only when the thread has let go of all that is its own.
+        std::notify_all_at_thread_exit(m_threadEnded, std::move(lock));
+    }
+
+    std::mutex m_mutex; // guards all
+    std::condition_variable m_workCame;
+    std::condition_variable m_threadEnded;
+    std::deque<DispatchQueue::Work> m_work;
+    std::size_t m_threads = 0;
+    std::size_t m_idle = 0;
+    bool m_isEnding = false;
 };
 
 BackgroundPool &backgroundPool()
