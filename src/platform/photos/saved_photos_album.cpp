@@ -50,35 +50,41 @@ int renameToFree(const QByteArray &from, const QByteArray &to)
     return 0;
 }
 
-/// Gives the finished file its name, the first free one. Returns an error's sentence, or nothing.
-QString giveName(QTemporaryFile &file, const QDir &folder, const QString &stem,
+/// Where a finished file lies, or an error's sentence.
+struct Written
+{
+    QString path;
+    QString error;
+};
+
+/// Gives the finished file its name, the first free one.
+Written giveName(QTemporaryFile &file, const QDir &folder, const QString &stem,
                  const QString &suffix)
 {
     constexpr int attempts = 10000;
     const QByteArray from = QFile::encodeName(file.fileName());
     for (int number = 1; number < attempts; ++number) {
         const QString name = number == 1 ? stem : QStringLiteral("%1_%2").arg(stem).arg(number);
-        const QByteArray to = QFile::encodeName(folder.filePath(name + suffix));
-        const int error = renameToFree(from, to);
+        const QString path = folder.filePath(name + suffix);
+        const int error = renameToFree(from, QFile::encodeName(path));
         if (error == 0) {
             file.setAutoRemove(false);
-            return {};
+            return {path, {}};
         }
         if (error != EEXIST)
-            return qt_error_string(error);
+            return {{}, qt_error_string(error)};
     }
-    return QStringLiteral("no free name");
+    return {{}, QStringLiteral("no free name")};
 }
 
-/// Returns an error's sentence, or nothing.
-QString writeImage(const UIImage &image, const QString &directory, const QDateTime &time)
+Written writeImage(const UIImage &image, const QString &directory, const QDateTime &time)
 {
     if (!QDir().mkpath(directory))
-        return QStringLiteral("the folder cannot be made");
+        return {{}, QStringLiteral("the folder cannot be made")};
     const QDir folder(directory);
     QTemporaryFile file(folder.filePath(QStringLiteral(".zelkam-XXXXXX.part")));
     if (!file.open())
-        return file.errorString();
+        return {{}, file.errorString()};
 
     const bool transparent = image.hasTransparency();
     QImageWriter writer(&file, transparent ? "png" : "jpeg");
@@ -88,9 +94,9 @@ QString writeImage(const UIImage &image, const QString &directory, const QDateTi
     // A PNG without transparency in its format is smaller; JPEG knows none at all.
     if (!writer.write(transparent ? image.toQImage()
                                   : image.toQImage().convertToFormat(QImage::Format_RGB32)))
-        return writer.errorString();
+        return {{}, writer.errorString()};
     if (!file.flush() || ::fsync(file.handle()) != 0)
-        return qt_error_string(errno);
+        return {{}, qt_error_string(errno)};
     file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther);
     return giveName(file, folder, time.toString(QStringLiteral("'IMG_'yyyyMMdd'_'HHmmss")),
                     transparent ? QStringLiteral(".png") : QStringLiteral(".jpg"));
@@ -100,15 +106,29 @@ QString writeImage(const UIImage &image, const QString &directory, const QDateTi
 
 void UIImageWriteToSavedPhotosAlbum(const UIImage &image)
 {
+    UIImageWriteToSavedPhotosAlbum(image, {});
+}
+
+void UIImageWriteToSavedPhotosAlbum(
+    const UIImage &image, std::function<void(const std::optional<QString> &filePath)> completion)
+{
     Album &shared = album();
     const QString directory = picturesDirectory();
     const QDateTime now = QDateTime::currentDateTime();
     const std::lock_guard lock(shared.mutex);
     ++shared.pending;
-    shared.queue.async([&shared, image, directory, now] {
-        const QString error = writeImage(image, directory, now);
-        if (!error.isEmpty())
-            qWarning("An image could not be added to the album: %ls", qUtf16Printable(error));
+    shared.queue.async([&shared, image, directory, now, completion = std::move(completion)] {
+        const Written written = writeImage(image, directory, now);
+        const bool added = written.error.isEmpty();
+        if (!added)
+            qWarning("An image could not be added to the album: %ls",
+                     qUtf16Printable(written.error));
+        if (completion) {
+            DispatchQueue::main().async(
+                [completion, path = added ? std::optional(written.path) : std::nullopt] {
+                    completion(path);
+                });
+        }
         const std::lock_guard writing(shared.mutex);
         --shared.pending;
         shared.allWritten.notify_all();

@@ -4,6 +4,8 @@
 
 #include <QString>
 #include <chrono>
+#include <functional>
+#include <optional>
 
 namespace zelkam {
 
@@ -13,6 +15,11 @@ namespace zelkam {
 /// all, replaces nothing, and carries no metadata. The outcome is not reported; a failure is
 /// logged as a warning. Any thread.
 void UIImageWriteToSavedPhotosAlbum(const UIImage &image);
+
+/// Likewise, and tells the main thread: the path of the new file, or nothing when the image could
+/// not be added.
+void UIImageWriteToSavedPhotosAlbum(
+    const UIImage &image, std::function<void(const std::optional<QString> &filePath)> completion);
 
 /// The pictures folder; without a setting the user's own.
 QString picturesDirectory();

@@ -5,6 +5,7 @@
 #include <QBuffer>
 #include <QColorSpace>
 #include <QImageReader>
+#include <mutex>
 
 namespace zelkam {
 
@@ -73,8 +74,8 @@ QByteArray rasterFormat(const QByteArray &head)
     return {};
 }
 
-std::optional<QImage> decodeImage(const QByteArray &data, int maximumEdge,
-                                  const ImageLimits &limits)
+std::optional<QImage> decodeImageTo(const QByteArray &data, const ImageTarget &target, bool hurried,
+                                    const ImageLimits &limits)
 {
     const QByteArray format = rasterFormat(data.left(16));
     if (format.isEmpty() || (format == "jpeg" && !jpegIsWithin(data, limits)))
@@ -86,20 +87,31 @@ std::optional<QImage> decodeImage(const QByteArray &data, int maximumEdge,
     QImageReader reader(&buffer, format);
     reader.setAutoDetectImageFormat(false);
     reader.setAutoTransform(true);
+    // Other readers would scale without smoothing.
+    if (hurried && format == "heic")
+        reader.setQuality(0);
 
     const QSize size = reader.size();
-    if (size.isEmpty())
+    if (size.isEmpty() || qint64(size.width()) * size.height() > limits.storedPixels)
         return std::nullopt;
-    QSize target = size;
-    if (maximumEdge > 0 && qMax(size.width(), size.height()) > maximumEdge)
-        target.scale(maximumEdge, maximumEdge, Qt::KeepAspectRatio);
-    target = target.expandedTo({1, 1});
-    if (target != size)
-        reader.setScaledSize(target);
-    // Only the JPEG decoder scales while it reads; the others hold the whole image first.
-    const QSize held = format == "jpeg" ? target : size;
-    if (4 * qint64(held.width()) * held.height() > limits.pixelBytes)
+    // A reader scales first and turns then.
+    const bool onItsSide = reader.transformation() & QImageIOHandler::TransformationRotate90;
+    const QSize upright = onItsSide ? size.transposed() : size;
+    const QSize wanted = target(upright).expandedTo({1, 1});
+    const QSize read = onItsSide ? wanted.transposed() : wanted;
+    if (read != size)
+        reader.setScaledSize(read);
+    // Only these decoders never hold the whole image; HEIC checks what it holds by itself.
+    const QSize held = format == "jpeg" || format == "heic" ? read : size.expandedTo(read);
+    const qint64 bytes = 4 * qint64(held.width()) * held.height();
+    if (bytes > limits.pixelBytes)
         return std::nullopt;
+    // Several threads decode; their largest images must not add up.
+    static std::mutex largeImages;
+    constexpr qint64 large = 64 << 20;
+    std::unique_lock oneAtATime(largeImages, std::defer_lock);
+    if (bytes > large)
+        oneAtATime.lock();
 
     QImage image;
     if (!reader.read(&image) || image.isNull())
@@ -110,6 +122,17 @@ std::optional<QImage> decodeImage(const QByteArray &data, int maximumEdge,
         image.convertToColorSpace(sRgb);
     image.setColorSpace(sRgb);
     return image;
+}
+
+std::optional<QImage> decodeImage(const QByteArray &data, int maximumEdge,
+                                  const ImageLimits &limits)
+{
+    const auto target = [maximumEdge](QSize size) {
+        return maximumEdge > 0 && qMax(size.width(), size.height()) > maximumEdge
+                   ? size.scaled(maximumEdge, maximumEdge, Qt::KeepAspectRatio)
+                   : size;
+    };
+    return decodeImageTo(data, target, false, limits);
 }
 
 QSize imageSize(const QByteArray &data)

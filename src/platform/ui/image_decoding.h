@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QImage>
 #include <QSize>
+#include <functional>
 #include <optional>
 
 namespace zelkam {
@@ -23,6 +24,8 @@ struct ImageLimits
     /// Work on a progressive JPEG: every scan passes over all pixels, however short it is.
     qint64 scanPixels = 1200LL * 1000 * 1000;
     int scans = 256;
+    /// Of the image as it is stored: also a decoder that scales reads all of it.
+    qint64 storedPixels = 1LL << 28;
 };
 
 /// Decodes one image (of an animation the first), upright. Nothing for what is no raster image,
@@ -32,6 +35,16 @@ struct ImageLimits
 ///                     0 keeps its size
 std::optional<QImage> decodeImage(const QByteArray &data, int maximumEdge = 0,
                                   const ImageLimits &limits = {});
+
+/// Chooses the size to decode at; given is the image's own, upright. The shape may be another.
+using ImageTarget = std::function<QSize(QSize upright)>;
+
+/// Likewise, scaled to a chosen size while it is decoded, so that a JPEG is never held at its
+/// full size.
+///
+/// @param hurried  for thumbnails: a small version that lies beside the image may stand for it
+std::optional<QImage> decodeImageTo(const QByteArray &data, const ImageTarget &target,
+                                    bool hurried = false, const ImageLimits &limits = {});
 
 /// The size of the whole image, upright, from its header; empty when it cannot be told.
 QSize imageSize(const QByteArray &data);

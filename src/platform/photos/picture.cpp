@@ -1,0 +1,115 @@
+#include "platform/photos/picture.h"
+
+#include "platform/foundation/regular_file.h"
+#include "platform/ui/image_decoding.h"
+#include "platform/ui/svg_guard.h"
+
+#include <QColorSpace>
+#include <QPainter>
+#include <QSvgRenderer>
+
+namespace zelkam {
+
+namespace {
+
+constexpr qint64 largestFile = 256LL << 20;
+constexpr qint64 largestVectorFile = 4LL << 20;
+
+bool looksLikeSvg(const QByteArray &data)
+{
+    return data.size() <= largestVectorFile && data.left(4096).contains("<svg");
+}
+
+std::optional<UIImage> drawVector(const QByteArray &data, const ImageTarget &target)
+{
+    const auto svg = looksLikeSvg(data) ? harmlessSvg(data) : std::nullopt;
+    QSvgRenderer renderer;
+    if (!svg || !renderer.load(*svg))
+        return std::nullopt;
+    const QSize unsized(512, 512);
+    const QSize own = renderer.defaultSize().isEmpty() ? unsized : renderer.defaultSize();
+    const QSize size = target(own).expandedTo({1, 1});
+    if (4 * qint64(size.width()) * size.height() > ImageLimits().pixelBytes)
+        return std::nullopt;
+    QImage image(size, QImage::Format_ARGB32_Premultiplied);
+    if (image.isNull())
+        return std::nullopt;
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    renderer.render(&painter, QRectF(QPointF(), QSizeF(size)));
+    painter.end();
+    image.setColorSpace(QColorSpace(QColorSpace::SRgb));
+    return UIImage::fromQImage(image);
+}
+
+std::optional<UIImage> fromDecoded(const std::optional<QImage> &image)
+{
+    return image ? UIImage::fromQImage(*image) : std::nullopt;
+}
+
+} // namespace
+
+std::optional<QString> pictureTypeIdentifier(const QByteArray &data)
+{
+    struct Type
+    {
+        const char *format;
+        const char *identifier;
+    };
+    static constexpr Type types[] = {
+        {"jpeg", "public.jpeg"},          {"png", "public.png"},
+        {"gif", "com.compuserve.gif"},    {"bmp", "com.microsoft.bmp"},
+        {"webp", "org.webmproject.webp"}, {"tiff", "public.tiff"},
+        {"ico", "com.microsoft.ico"},     {"heic", "public.heic"},
+    };
+    const QByteArray format = rasterFormat(data.left(16));
+    for (const Type &type : types) {
+        if (format == type.format)
+            return QLatin1String(type.identifier);
+    }
+    return looksLikeSvg(data) ? std::optional(QStringLiteral("public.svg-image")) : std::nullopt;
+}
+
+std::optional<UIImage> decodePicture(const QByteArray &data)
+{
+    if (rasterFormat(data.left(16)).isEmpty())
+        return drawVector(data, [](QSize own) { return own; });
+    return fromDecoded(decodeImage(data));
+}
+
+std::optional<UIImage> decodePicture(const QByteArray &data, QSize stretchedTo)
+{
+    if (rasterFormat(data.left(16)).isEmpty())
+        return drawVector(data, [stretchedTo](QSize) { return stretchedTo; });
+    return fromDecoded(decodeImageTo(data, [stretchedTo](QSize) { return stretchedTo; }));
+}
+
+std::optional<UIImage> decodePictureForThumbnail(const QByteArray &data,
+                                                 const std::function<QSize(QSize)> &target)
+{
+    if (rasterFormat(data.left(16)).isEmpty())
+        return drawVector(data, target);
+    constexpr bool hurried = true;
+    return fromDecoded(decodeImageTo(data, target, hurried));
+}
+
+std::optional<QByteArray> readPictureFile(const QString &path)
+{
+    const auto file = RegularFile::open(path);
+    if (!file || file->size() > largestFile)
+        return std::nullopt;
+    QByteArray data(file->size(), Qt::Uninitialized);
+    qint64 filled = 0;
+    while (filled < data.size()) {
+        const qint64 count = file->read(data.data() + filled, data.size() - filled);
+        if (count < 0)
+            return std::nullopt;
+        if (count == 0)
+            break;
+        filled += count;
+    }
+    data.truncate(filled);
+    return data;
+}
+
+} // namespace zelkam

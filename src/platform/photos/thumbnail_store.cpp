@@ -1,0 +1,123 @@
+#include "platform/photos/thumbnail_store.h"
+
+#include "platform/foundation/dispatch_queue.h"
+#include "platform/photos/photo_workers.h"
+#include "platform/photos/picture.h"
+
+#include <QPointer>
+
+namespace zelkam {
+
+namespace {
+
+/// More than there are threads, so that none waits for the main thread; few enough that what has
+/// been scrolled away does not hold up what is seen.
+constexpr int mostRunning = 6;
+
+QString keyOf(const PHAsset &asset)
+{
+    return asset.localIdentifier() + u'\n' + QString::number(asset.modificationDate());
+}
+
+QImage middleSquare(const QImage &image, int edge)
+{
+    const int side = qMin(image.width(), image.height());
+    const QImage middle =
+        image.copy((image.width() - side) / 2, (image.height() - side) / 2, side, side);
+    return middle.scaled(edge, edge, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
+        .convertToFormat(middle.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied
+                                                  : QImage::Format_RGB32);
+}
+
+struct MadeThumbnail
+{
+    QImage square;
+    QImage toStore; ///< null when it is not worth it
+};
+
+MadeThumbnail make(const PHAsset &asset, int edge)
+{
+    const auto data = readPictureFile(asset.filePath());
+    QSize own;
+    const auto picture =
+        data ? decodePictureForThumbnail(*data,
+                                         [edge, &own](QSize size) {
+                                             own = size;
+                                             return ThumbnailDiskCache::storedSize(size, edge);
+                                         })
+             : std::nullopt;
+    if (!picture)
+        return {};
+    const bool smaller = picture->size() != own;
+    return {middleSquare(picture->toQImage(), edge), smaller ? picture->toQImage() : QImage()};
+}
+
+} // namespace
+
+ThumbnailStore::ThumbnailStore(ThumbnailDiskCache diskCache, qint64 memory, QObject *parent)
+    : QObject(parent), m_diskCache(std::move(diskCache)), m_memory(memory)
+{
+}
+
+void ThumbnailStore::setEdge(int pixels)
+{
+    if (pixels == m_edge)
+        return;
+    m_edge = pixels;
+    m_memory.clear();
+}
+
+void ThumbnailStore::setWanted(const QList<PHAsset> &assets)
+{
+    m_wanted.clear();
+    for (const PHAsset &asset : assets) {
+        const QString key = keyOf(asset);
+        if (!m_memory.contains(key) && !m_running.contains(key))
+            m_wanted.append(asset);
+    }
+    startNext();
+}
+
+std::optional<QImage> ThumbnailStore::thumbnail(const PHAsset &asset)
+{
+    const QImage *found = m_memory.object(keyOf(asset));
+    return found ? std::optional(*found) : std::nullopt;
+}
+
+void ThumbnailStore::startNext()
+{
+    while (!m_wanted.isEmpty() && m_running.size() < mostRunning) {
+        const PHAsset asset = m_wanted.takeFirst();
+        m_running.insert(keyOf(asset));
+        const auto work = [store = QPointer(this), disk = m_diskCache, asset, edge = m_edge] {
+            const auto deliver = [store, asset, edge](const QImage &square) {
+                DispatchQueue::main().async([store, asset, edge, square] {
+                    if (store)
+                        store->finish(asset, edge, square);
+                });
+            };
+            if (const auto stored = disk.find(asset, edge)) {
+                deliver(middleSquare(*stored, edge));
+                return;
+            }
+            const MadeThumbnail made = make(asset, edge);
+            deliver(made.square);
+            // The screen has it already; the disk gets it while the next one is decoded.
+            disk.store(asset, made.toStore);
+        };
+        PhotoWorkers::start(work, PhotoWorkers::Urgency::visible);
+    }
+}
+
+void ThumbnailStore::finish(const PHAsset &asset, int edge, const QImage &image)
+{
+    m_running.remove(keyOf(asset));
+    if (edge == m_edge) {
+        constexpr qsizetype entry = 256; // what keeping a failure costs
+        m_memory.insert(keyOf(asset), new QImage(image), image.sizeInBytes() + entry);
+        emit ready(asset);
+    }
+    startNext();
+}
+
+} // namespace zelkam
