@@ -1,6 +1,6 @@
 #include "platform/ui/presentation_coordinator.h"
 
-#include "platform/foundation/dispatch_queue.h"
+#include "platform/ui/release_later.h"
 #include "platform/ui/screen_container.h"
 #include "platform/ui/theme.h"
 #include "platform/ui/ui_window.h"
@@ -210,7 +210,8 @@ void PresentationCoordinator::remove(const Transition &transition)
         emit m_window.screenDidDisappear(screen->get());
     }
     // The dismissed screens may be on the call stack (a button of theirs began all this).
-    DispatchQueue::main().async([screens] {});
+    for (const auto &screen : screens)
+        releaseLater(screen);
 }
 
 void PresentationCoordinator::removeAll()

@@ -1,8 +1,8 @@
 #include "platform/ui/ui_view_controller.h"
 
-#include "platform/foundation/dispatch_queue.h"
 #include "platform/ui/layout_guide.h"
 #include "platform/ui/presentation_coordinator.h"
+#include "platform/ui/release_later.h"
 #include "platform/ui/ui_application.h"
 #include "platform/ui/ui_window.h"
 
@@ -126,7 +126,7 @@ void UIViewController::removeFromParent()
     m_parent->hideChild(*this);
     m_parent->m_children.removeOne(self);
     m_parent = nullptr;
-    DispatchQueue::main().async([self] {}); // it may be on the call stack
+    releaseLater(self); // it may be on the call stack
 }
 
 void UIViewController::hideChild(UIViewController &child)

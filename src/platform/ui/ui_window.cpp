@@ -1,7 +1,7 @@
 #include "platform/ui/ui_window.h"
 
-#include "platform/foundation/dispatch_queue.h"
 #include "platform/ui/presentation_coordinator.h"
+#include "platform/ui/release_later.h"
 #include "platform/ui/ui_application.h"
 
 #include <QAbstractButton>
@@ -47,7 +47,7 @@ void UIWindow::setRootViewController(std::shared_ptr<UIViewController> rootViewC
             m_root->endAppearance(false, false);
         }
         m_root->view()->setParent(nullptr);
-        DispatchQueue::main().async([old = m_root] {});
+        releaseLater(m_root);
     }
     m_root = std::move(rootViewController);
     if (!m_root)

@@ -39,7 +39,8 @@ inline QByteArray pngHeader(quint32 width, quint32 height)
     }
     const quint32 sum = qToBigEndian(~crc);
     return "\x89PNG\r\n\x1a\n" + QByteArray("\0\0\0\x0d", 4) + chunk +
-           QByteArray(reinterpret_cast<const char *>(&sum), sizeof sum);
+           QByteArray(reinterpret_cast<const char *>(&sum), sizeof sum) +
+           QByteArray("\0\0\x10\0IDAT\x78\x9c", 10);
 }
 
 /// A progressive JPEG whose last scan is there many times over.
