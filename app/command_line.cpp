@@ -49,7 +49,7 @@ QString helpText()
         QString head = u"  --"_s + QLatin1String(option.name);
         if (option.value)
             head += u' ' + QLatin1String(option.value);
-        text += head.leftJustified(30) + QLatin1String(option.description) + u'\n';
+        text += head.leftJustified(32) + QLatin1String(option.description) + u'\n';
     }
     return text.chopped(1);
 }

@@ -83,10 +83,10 @@ QByteArray pdf(const QString &title, const QList<QPair<QString, QString>> &pages
     writer.setResolution(144);
     QPainter painter(&writer);
     QFont heading(u"Inter"_s);
-    heading.setPointSizeF(20);
+    heading.setPointSizeF(24);
     heading.setWeight(QFont::Bold);
     QFont body(u"Inter"_s);
-    body.setPointSizeF(11);
+    body.setPointSizeF(13);
     for (qsizetype i = 0; i < pages.size(); ++i) {
         if (i > 0)
             writer.newPage();

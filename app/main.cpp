@@ -16,6 +16,7 @@
 #include "platform/ui/ui_device.h"
 
 #include <QApplication>
+#include <QLoggingCategory>
 #include <chrono>
 #include <cstdio>
 #include <unistd.h>
@@ -44,6 +45,19 @@ void prepareEnvironment(const HostOptions &options)
         qputenv("QTWEBENGINE_REMOTE_DEBUGGING", QByteArray::number(options.remoteDebuggingPort));
 }
 
+/// What the web engine is told when it starts, which is with the first profile. The page gets the
+/// colour scheme that the screens have, and scroll bars that lie over it as on a device of this
+/// kind. The user's own flags come last, so that they win.
+void prepareWebEngine()
+{
+    const bool dark = isDark(QApplication::palette());
+    const QByteArray flags = QByteArrayLiteral("--enable-features=OverlayScrollbar "
+                                               "--blink-settings=preferredColorScheme=") +
+                             (dark ? '0' : '1');
+    qputenv("QTWEBENGINE_CHROMIUM_FLAGS", flags + ' ' + qgetenv("QTWEBENGINE_CHROMIUM_FLAGS"));
+    QLoggingCategory::setFilterRules(QStringLiteral("qt.webenginecontext*=false"));
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -67,6 +81,7 @@ int main(int argc, char **argv)
     QApplication::setApplicationVersion(QStringLiteral(ZELKAM_VERSION));
     installTranslations(options.language.value_or(QLocale::system()));
     applyTheme(options.colorScheme);
+    prepareWebEngine();
     UIDevice::current().setUserInterfaceIdiom(options.idiom);
     if (options.systemVersion)
         setSystemVersion(*options.systemVersion);
