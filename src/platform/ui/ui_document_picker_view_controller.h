@@ -81,7 +81,6 @@ public:
 
     void viewDidLoad() override;
     void viewDidAppear(bool animated) override;
-    void viewDidLayoutSubviews() override;
     bool cancelOperation() override;
     bool acceptOperation() override;
 

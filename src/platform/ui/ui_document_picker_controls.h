@@ -1,0 +1,81 @@
+#pragma once
+
+#include <QAbstractButton>
+#include <QLineEdit>
+#include <QScrollArea>
+
+namespace zelkam {
+
+/// A button that shows an icon in the accent colour, 44 points square, or a word without one.
+class PickerIconButton : public QAbstractButton
+{
+    Q_OBJECT
+
+public:
+    PickerIconButton(const QString &iconName, const QString &name, QWidget *parent = nullptr);
+    QSize sizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    QString m_iconName;
+};
+
+/// The one button of a screen that does what the screen is for.
+class PickerPrimaryButton : public QAbstractButton
+{
+    Q_OBJECT
+
+public:
+    explicit PickerPrimaryButton(const QString &text, QWidget *parent = nullptr);
+    QSize sizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+};
+
+/// A field to search in, as high as a thumb needs.
+class PickerSearchField : public QLineEdit
+{
+    Q_OBJECT
+
+public:
+    explicit PickerSearchField(QWidget *parent = nullptr);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    bool event(QEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+
+signals:
+    /// The person went on to the list.
+    void leftDownwards();
+};
+
+/// The folders from the place that a path lies in down to its last folder. Each can be gone to.
+class PickerPathBar : public QScrollArea
+{
+    Q_OBJECT
+
+public:
+    explicit PickerPathBar(QWidget *parent = nullptr);
+
+    struct Step
+    {
+        QString name;
+        QString path;
+    };
+    void setSteps(const QList<Step> &steps);
+
+signals:
+    void chosen(const QString &path);
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    void showEnd();
+};
+
+} // namespace zelkam

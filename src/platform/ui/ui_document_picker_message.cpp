@@ -1,0 +1,91 @@
+#include "platform/ui/ui_document_picker_message.h"
+
+#include "platform/ui/theme.h"
+
+#include <QPainter>
+#include <QTimerEvent>
+
+namespace zelkam {
+
+namespace {
+
+constexpr int tick = 40; // milliseconds
+constexpr int hiddenTicks = 5;
+constexpr int iconSize = 64;
+
+} // namespace
+
+void DocumentPickerMessage::showText(const QString &iconName, const QString &title,
+                                     const QString &detail)
+{
+    m_timer.stop();
+    m_iconName = iconName;
+    m_title = title;
+    m_detail = detail;
+    setAccessibleName(title);
+    setAccessibleDescription(detail);
+    update();
+}
+
+void DocumentPickerMessage::showLoading()
+{
+    showText({}, tr("Reading the folder…"));
+    m_ticks = 0;
+    m_timer.start(tick, this);
+}
+
+void DocumentPickerMessage::setDetail(const QString &detail)
+{
+    m_detail = detail;
+    update();
+}
+
+void DocumentPickerMessage::timerEvent(QTimerEvent *event)
+{
+    if (event->timerId() != m_timer.timerId())
+        return;
+    ++m_ticks;
+    update();
+}
+
+void DocumentPickerMessage::hideEvent(QHideEvent *event)
+{
+    m_timer.stop();
+    QWidget::hideEvent(event);
+}
+
+void DocumentPickerMessage::paintEvent(QPaintEvent *)
+{
+    const bool isLoading = m_iconName.isEmpty();
+    if (isLoading && m_ticks < hiddenTicks)
+        return;
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    // A little above the middle, where the eye takes the middle to be.
+    const double middle = width() / 2.0;
+    double y = qMax(2.0 * metrics::grid, height() * 0.42 - iconSize);
+    if (!isLoading) {
+        QColor color = secondaryTextColor(palette());
+        color.setAlphaF(0.6F);
+        painter.drawPixmap(QPointF(middle - iconSize / 2.0, y),
+                           tintedIcon(m_iconName, iconSize, color, devicePixelRatioF()));
+    } else if (!reducesMotion()) {
+        const QRectF ring(middle - 18, y + iconSize - 44, 36, 36);
+        painter.setPen(QPen(separatorColor(palette()), 3));
+        painter.drawEllipse(ring);
+        painter.setPen(QPen(accentColor(palette()), 3, Qt::SolidLine, Qt::RoundCap));
+        painter.drawArc(ring, -m_ticks * 12 * 16, 90 * 16);
+    }
+    y += iconSize + metrics::grid;
+    const QRectF room(3 * metrics::grid, y, width() - 6 * metrics::grid, height() - y);
+    QRectF used;
+    painter.setFont(themeFont(TextRole::title, font()));
+    painter.setPen(palette().color(QPalette::WindowText));
+    const int flags = int(Qt::AlignHCenter | Qt::AlignTop) | Qt::TextWrapAnywhere;
+    painter.drawText(room, flags, m_title, &used);
+    painter.setFont(themeFont(TextRole::caption, font()));
+    painter.setPen(secondaryTextColor(palette()));
+    painter.drawText(room.adjusted(0, used.height() + metrics::grid / 2.0, 0, 0), flags, m_detail);
+}
+
+} // namespace zelkam

@@ -1,0 +1,162 @@
+#include "platform/ui/ui_document_picker_view_controller.h"
+
+#include "platform/ui/ui_document_picker_view.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QStandardPaths>
+
+namespace zelkam {
+
+namespace {
+
+/// Where the last picker was accepted.
+QString &lastDirectory()
+{
+    static QString directory;
+    return directory;
+}
+
+QString firstDirectory()
+{
+    if (QDir(lastDirectory()).exists() && !lastDirectory().isEmpty())
+        return lastDirectory();
+    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    return QDir(documents).exists() ? documents : QDir::homePath();
+}
+
+QList<UTType> typesOf(const QStringList &identifiers)
+{
+    QList<UTType> types;
+    for (const QString &identifier : identifiers) {
+        if (const auto type = UTType::fromIdentifier(identifier))
+            types.append(*type);
+    }
+    return types;
+}
+
+} // namespace
+
+UIDocumentPickerViewController::UIDocumentPickerViewController(
+    const QList<UTType> &forOpeningContentTypes, bool)
+    : m_contentTypes(forOpeningContentTypes)
+{
+}
+
+UIDocumentPickerViewController::UIDocumentPickerViewController(const QStringList &documentTypes,
+                                                               UIDocumentPickerMode)
+    : m_contentTypes(typesOf(documentTypes))
+{
+}
+
+UIDocumentPickerViewController::~UIDocumentPickerViewController() = default;
+
+bool UIDocumentPickerViewController::isAvailable()
+{
+    return qobject_cast<QApplication *>(QCoreApplication::instance()) != nullptr;
+}
+
+void UIDocumentPickerViewController::setDelegate(std::weak_ptr<UIDocumentPickerDelegate> delegate)
+{
+    m_delegate = std::move(delegate);
+}
+
+QWidget *UIDocumentPickerViewController::loadView()
+{
+    m_screen = new DocumentPickerView(m_contentTypes, allowsMultipleSelection);
+    return m_screen;
+}
+
+void UIDocumentPickerViewController::viewDidLoad()
+{
+    UIViewController::viewDidLoad();
+    connect(m_screen, &DocumentPickerView::accepted, this, &UIDocumentPickerViewController::accept);
+    connect(m_screen, &DocumentPickerView::cancelled, this,
+            &UIDocumentPickerViewController::cancel);
+    m_screen->openFolder(m_directory.isEmpty() ? firstDirectory() : m_directory);
+}
+
+void UIDocumentPickerViewController::viewDidAppear(bool animated)
+{
+    UIViewController::viewDidAppear(animated);
+    m_screen->setFocus(Qt::OtherFocusReason);
+}
+
+void UIDocumentPickerViewController::setDirectory(const QString &path)
+{
+    m_directory = path;
+    if (m_screen)
+        m_screen->openFolder(path);
+}
+
+QStringList UIDocumentPickerViewController::selection() const
+{
+    return m_screen ? m_screen->selection() : QStringList();
+}
+
+void UIDocumentPickerViewController::showSelection(const QStringList &paths)
+{
+    view();
+    showNextOf(paths);
+}
+
+void UIDocumentPickerViewController::showNextOf(QStringList paths)
+{
+    while (!paths.isEmpty()) {
+        const QFileInfo file(paths.first());
+        const QString folder = QDir::cleanPath(file.absolutePath());
+        if (m_screen->folder() != folder || !m_screen->isReady()) {
+            connect(
+                m_screen, &DocumentPickerView::ready, this, [this, paths] { showNextOf(paths); },
+                Qt::SingleShotConnection);
+            if (m_screen->folder() != folder)
+                m_screen->openFolder(folder);
+            return;
+        }
+        if (!m_screen->select(file.fileName()))
+            qWarning("The document picker cannot pick %s", qUtf8Printable(paths.first()));
+        paths.removeFirst();
+    }
+    emit selectionShown();
+}
+
+void UIDocumentPickerViewController::accept()
+{
+    const QStringList paths = selection();
+    if (m_answered || paths.isEmpty())
+        return;
+    m_answered = true;
+    lastDirectory() = m_screen->folder();
+    m_screen->showOpening();
+    QList<URL> urls;
+    for (const QString &path : paths)
+        urls.append(URL::fromFilePath(path));
+    if (const auto delegate = m_delegate.lock())
+        delegate->documentPicker(this, urls);
+    dismiss(true);
+}
+
+void UIDocumentPickerViewController::cancel()
+{
+    if (m_answered)
+        return;
+    m_answered = true;
+    if (const auto delegate = m_delegate.lock())
+        delegate->documentPickerWasCancelled(this);
+    dismiss(true);
+}
+
+bool UIDocumentPickerViewController::cancelOperation()
+{
+    cancel();
+    return true;
+}
+
+bool UIDocumentPickerViewController::acceptOperation()
+{
+    accept();
+    return true;
+}
+
+} // namespace zelkam
