@@ -1,5 +1,6 @@
 // From the temporary file to the file in the Download folder. On the session's queue.
 
+#include "download/download_folder.h"
 #include "download/zelkam_mobile_file_download_util.h"
 
 #include "host/zlog.h"
@@ -41,8 +42,7 @@ void ZelkamMobileFileDownloadUtil::saveFile(const URL &url,
 {
     ZLog::debug(QStringLiteral("saveFile(url:_:)"));
     FileManager &files = FileManager::defaultManager();
-    const QString folder = NSTemporaryDirectory() + QStringLiteral("Download");
-    files.addOwnFolder(folder);
+    const QString folder = downloadFolder();
     // Two downloads may find the folder missing at once; the one that comes second has it too.
     if (!files.fileExists(folder) && files.createDirectory(folder) && !files.fileExists(folder)) {
         replyGetFailure();

@@ -50,7 +50,8 @@ public:
 
     virtual void success(bool keepCallback) = 0;
     /// The data is a record (QVariantMap), a list of records or of strings, or any other value
-    /// that JSON can hold.
+    /// that JSON can hold. A QByteArray in it is ASCII text: long text comes as one, as the host
+    /// then passes it on without another copy.
     virtual void success(const QVariant &data, bool keepCallback) = 0;
     virtual void error(CommandStatus status, bool keepCallback) = 0;
     virtual void error(CommandStatus status, const QString &error, bool keepCallback) = 0;

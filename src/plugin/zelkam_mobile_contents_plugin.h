@@ -1,6 +1,8 @@
 #pragma once
 
 #include "host/zelkam_mobile_plugin.h"
+#include "platform/foundation/ut_type.h"
+#include "platform/ui/ui_document_picker_view_controller.h"
 #include "plugin/file_picker_return_type.h"
 
 #include <QStringList>
@@ -21,7 +23,7 @@ namespace zelkam {
 /// that starts before the first has replied takes over the first one's replies.
 ///
 /// Main thread only, but for currentCallBack().
-class ZelkamMobileContentsPlugin : public ZelkamMobilePlugin
+class ZelkamMobileContentsPlugin : public ZelkamMobilePlugin, public UIDocumentPickerDelegate
 {
     Q_OBJECT
     Q_PROPERTY(
@@ -42,12 +44,41 @@ public:
     /// no URL can be made of it.
     Q_INVOKABLE void fileDownload(zelkam::CallBackManagerPtr callBack);
 
+    /// Lets the person pick documents. Options:
+    ///
+    ///     extension    string: what may be picked, as "pdf,png"; anything when none is known
+    ///     multiselect  boolean: whether several may be picked
+    ///     maxcount     integer: kept in fileMaxSelect; it limits nothing
+    ///     type         integer, may be missing: 0 for base64, another for url; stays for the
+    ///                  calls that follow
+    ///
+    /// Replies INVALID_PARAM when one of the first three is missing or of another type, and
+    /// OBJECT_CREATION_FAILED when there can be no picker. Otherwise the picker's result replies:
+    /// a cancel is a success without data; what could not be copied is FILE_NOT_FOUND, or is
+    /// missing among several. The main thread copies and encodes, and waits for it.
+    Q_INVOKABLE void filePicker(zelkam::CallBackManagerPtr callBack);
+
+    void documentPicker(UIDocumentPickerViewController *controller,
+                        const QList<URL> &didPickDocumentsAt) override;
+    void documentPickerWasCancelled(UIDocumentPickerViewController *controller) override;
+
     CallBackManagerPtr currentCallBack() const override; ///< from any thread
     void setCurrentCallBack(CallBackManagerPtr callBack);
 
 private:
     QString getNomalizedURL(const QString &url) const;
     URL URLTransformer(const URL &origin) const;
+
+    QList<UTType> getAllowUTType() const;
+    QStringList getAllowDocumentTypes() const;
+    std::shared_ptr<UIDocumentPickerViewController> makeDocumentPicker() const;
+    void presentDocumentPicker(const CallBackManagerPtr &callBack, bool multiselect);
+
+    std::optional<URL> copyPickedFile(const URL &url) const;
+    std::optional<QString> localFilePath(const URL &url) const;
+    std::optional<QByteArray> localFileBase64String(const URL &url) const;
+    static QVariantMap pickedFileRecord(const URL &url, const std::optional<QByteArray> &data);
+    void replyPicked(const QVariant &data) const;
 
     mutable std::mutex m_mutex; ///< guards the current call, which downloads read from their queues
     CallBackManagerPtr m_currentCallBack;
