@@ -35,3 +35,8 @@ if(ZELKAM_SANITIZE)
         target_compile_options(zelkam_build INTERFACE -Wno-null-dereference)
     endif()
 endif()
+
+if(ZELKAM_BUILD_FUZZ)
+    # The libraries tell the fuzzer which of their branches an input has reached.
+    add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
