@@ -84,7 +84,71 @@ BackgroundPool &backgroundPool()
     return pool;
 }
 
+/// The work of the main queue. It is kept here, and not in the events that lead to it: events that
+/// are left over are destroyed under a lock of Qt's, and what a piece of work holds (a screen, say)
+/// may need that lock to go.
+class MainQueue
+{
+public:
+    static MainQueue &instance()
+    {
+        static MainQueue queue;
+        return queue;
+    }
+
+    void open()
+    {
+        const std::lock_guard lock(m_mutex);
+        m_isOpen = true;
+    }
+
+    /// Drops what was not run, while the application object can still serve its destruction.
+    void close()
+    {
+        std::deque<DispatchQueue::Work> dropped; // destroyed after the lock is released
+        const std::lock_guard lock(m_mutex);
+        m_isOpen = false;
+        dropped.swap(m_pending);
+    }
+
+    void async(DispatchQueue::Work work)
+    {
+        const std::lock_guard lock(m_mutex);
+        if (!m_isOpen)
+            return;
+        m_pending.push_back(std::move(work));
+        QMetaObject::invokeMethod(
+            QCoreApplication::instance(), [this] { runNext(); }, Qt::QueuedConnection);
+    }
+
+private:
+    void runNext()
+    {
+        DispatchQueue::Work work;
+        {
+            const std::lock_guard lock(m_mutex);
+            if (m_pending.empty())
+                return;
+            work = std::move(m_pending.front());
+            m_pending.pop_front();
+        }
+        work();
+    }
+
+    std::mutex m_mutex;
+    std::deque<DispatchQueue::Work> m_pending;
+    bool m_isOpen = false;
+};
+
+void openMainQueue()
+{
+    MainQueue::instance().open();
+    qAddPostRoutine([] { MainQueue::instance().close(); });
+}
+
 } // namespace
+
+Q_COREAPP_STARTUP_FUNCTION(openMainQueue)
 
 struct DispatchQueue::Serial : std::enable_shared_from_this<Serial>
 {
@@ -135,8 +199,8 @@ void DispatchQueue::async(Work work)
 {
     if (m_serial)
         m_serial->async(std::move(work));
-    else if (auto *application = QCoreApplication::instance())
-        QMetaObject::invokeMethod(application, std::move(work), Qt::QueuedConnection);
+    else
+        MainQueue::instance().async(std::move(work));
 }
 
 bool isMainThread()
