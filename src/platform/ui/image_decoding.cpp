@@ -1,5 +1,6 @@
 #include "platform/ui/image_decoding.h"
 
+#include "platform/ui/image_wholeness.h"
 #include "platform/ui/jpeg_structure.h"
 
 #include <QBuffer>
@@ -36,6 +37,17 @@ bool jpegIsWithin(const QByteArray &data, const ImageLimits &limits)
     const qint64 coefficientBytes = 3 * 2 * pixels;
     return structure->scans <= limits.scans && structure->scans * pixels <= limits.scanPixels &&
            4 * pixels + coefficientBytes <= limits.progressiveBytes;
+}
+
+bool isSound(const QByteArray &data, const QByteArray &format, const ImageLimits &limits)
+{
+    if (format == "jpeg")
+        return jpegIsWithin(data, limits);
+    if (format == "bmp")
+        return bmpIsWhole(data);
+    if (format == "gif")
+        return gifIsWhole(data);
+    return !format.isEmpty();
 }
 
 /// A QImage frees its text only with its pixels; an image without text is handed on as it is.
@@ -78,7 +90,7 @@ std::optional<QImage> decodeImageTo(const QByteArray &data, const ImageTarget &t
                                     const ImageLimits &limits)
 {
     const QByteArray format = rasterFormat(data.left(16));
-    if (format.isEmpty() || (format == "jpeg" && !jpegIsWithin(data, limits)))
+    if (!isSound(data, format, limits))
         return std::nullopt;
 
     QBuffer buffer;

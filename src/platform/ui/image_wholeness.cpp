@@ -1,0 +1,83 @@
+#include "platform/ui/image_wholeness.h"
+
+#include <QtEndian>
+
+namespace zelkam {
+
+namespace {
+
+template<typename Number>
+Number numberAt(const QByteArray &data, qsizetype at)
+{
+    return qFromLittleEndian<Number>(data.constData() + at);
+}
+
+/// Passes over the data blocks that begin at a position, each led by its length, up to the empty
+/// one that ends them. Returns the position behind it, or -1 when the data ends before.
+qsizetype behindBlocks(const QByteArray &data, qsizetype at)
+{
+    while (at < data.size()) {
+        const auto length = static_cast<uchar>(data.at(at));
+        at += 1 + length;
+        if (length == 0)
+            return at;
+    }
+    return -1;
+}
+
+/// The bytes of the colour table that a GIF's flags announce.
+qsizetype colorTableSize(char flags)
+{
+    const auto bits = static_cast<uchar>(flags);
+    return bits & 0x80 ? 3 * (qsizetype(2) << (bits & 0x07)) : 0;
+}
+
+} // namespace
+
+bool bmpIsWhole(const QByteArray &data)
+{
+    constexpr qsizetype shortestHeader = 14 + 12;
+    if (data.size() < shortestHeader)
+        return false;
+    if (numberAt<quint32>(data, 14) < 40) { // of OS/2
+        const qint64 stride =
+            (qint64(numberAt<quint16>(data, 18)) * numberAt<quint16>(data, 24) + 31) / 32 * 4;
+        return numberAt<quint32>(data, 10) + stride * numberAt<quint16>(data, 20) <= data.size();
+    }
+    if (data.size() < 14 + 40)
+        return false;
+    const quint32 compression = numberAt<quint32>(data, 30);
+    constexpr quint32 uncompressed = 0;
+    constexpr quint32 withMasks = 3;
+    if (compression != uncompressed && compression != withMasks)
+        return numberAt<quint32>(data, 2) <= quint64(data.size()); // run lengths: only its word
+    const qint64 stride =
+        (qAbs(qint64(numberAt<qint32>(data, 18))) * numberAt<quint16>(data, 28) + 31) / 32 * 4;
+    const qint64 height = qAbs(qint64(numberAt<qint32>(data, 22)));
+    return height == 0 || stride <= (data.size() - numberAt<quint32>(data, 10)) / height;
+}
+
+bool gifIsWhole(const QByteArray &data)
+{
+    constexpr qsizetype screenHeader = 13;
+    constexpr qsizetype imageHeader = 10;
+    if (data.size() < screenHeader)
+        return false;
+    qsizetype at = screenHeader + colorTableSize(data.at(10));
+    while (at >= 0 && at < data.size()) {
+        if (data.at(at) == '!') {
+            at = behindBlocks(data, at + 2);
+        } else if (data.at(at) == ',') {
+            if (at + imageHeader > data.size())
+                return false;
+            const qsizetype codeSize = 1;
+            return behindBlocks(data,
+                                at + imageHeader + colorTableSize(data.at(at + 9)) + codeSize) > 0;
+        } else {
+            return false;
+        }
+    }
+    return false;
+}
+
+} // namespace zelkam
