@@ -130,7 +130,7 @@ int DocumentPickerModel::rowCount(const QModelIndex &parent) const
 
 QVariant DocumentPickerModel::data(const QModelIndex &index, int role) const
 {
-    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
+    if (!index.isValid())
         return {};
     const DocumentEntry &item = entry(index);
     switch (role) {
@@ -152,7 +152,7 @@ QVariant DocumentPickerModel::data(const QModelIndex &index, int role) const
 
 Qt::ItemFlags DocumentPickerModel::flags(const QModelIndex &index) const
 {
-    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
+    if (!index.isValid())
         return Qt::NoItemFlags;
     const DocumentChoice choice = entry(index).choice;
     const bool usable = choice == DocumentChoice::allowed || choice == DocumentChoice::unknown;

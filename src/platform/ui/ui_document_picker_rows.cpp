@@ -139,6 +139,11 @@ void DocumentRowDelegate::drawWide(QPainter &painter, const QRect &room, const D
     drawText(painter, name, entry.name, Qt::AlignVCenter, Qt::ElideMiddle);
     painter.setFont(themeFont(TextRole::caption, painter.font()));
     painter.setPen(secondaryTextColor(palette));
+    const QString problem = documentProblem(entry);
+    if (entry.choice != DocumentChoice::wrongType && !problem.isEmpty()) {
+        drawText(painter, column(0, columns - margin), problem, Qt::AlignVCenter | Qt::AlignRight);
+        return;
+    }
     drawText(painter, column(dateColumn + margin, sizeColumn), documentSize(entry),
              Qt::AlignVCenter | Qt::AlignRight);
     drawText(painter, column(0, dateColumn), documentDate(entry),
