@@ -50,6 +50,18 @@ bool isSound(const QByteArray &data, const QByteArray &format, const ImageLimits
     return !format.isEmpty();
 }
 
+/// Qt's own limit, 128 MiB unless the host has set one, is below a large photo's need.
+void raiseAllocationLimit()
+{
+    static std::once_flag once;
+    std::call_once(once, [] {
+        constexpr int qtDefault = 128;
+        constexpr int mebibytes = int(ImageLimits().pixelBytes >> 20);
+        if (QImageReader::allocationLimit() == qtDefault)
+            QImageReader::setAllocationLimit(mebibytes);
+    });
+}
+
 /// A QImage frees its text only with its pixels; an image without text is handed on as it is.
 QImage withoutMetadata(QImage image)
 {
@@ -92,6 +104,7 @@ std::optional<QImage> decodeImageTo(const QByteArray &data, const ImageTarget &t
     const QByteArray format = rasterFormat(data.left(16));
     if (!isSound(data, format, limits))
         return std::nullopt;
+    raiseAllocationLimit();
 
     QBuffer buffer;
     buffer.setData(data);
