@@ -18,6 +18,7 @@ struct ContentDecoder::Gzip
     bool isReady = false;
     bool hasStarted = false;
     bool hasEnded = false;
+    bool isPadding = false; // all that is still to come
     std::array<unsigned char, 64 * 1024> output;
 };
 
@@ -50,7 +51,9 @@ bool ContentDecoder::decode(const char *data, std::size_t size, const Sink &sink
     while (stream.avail_in > 0 || stream.avail_out == 0) {
         if (m_gzip->hasEnded) {
             // Another member may follow. Anything else is padding, which everybody ignores.
-            if (stream.avail_in == 0 || *stream.next_in != 0x1F)
+            m_gzip->isPadding =
+                m_gzip->isPadding || (stream.avail_in > 0 && *stream.next_in != 0x1F);
+            if (stream.avail_in == 0 || m_gzip->isPadding)
                 return true;
             inflateReset(&stream);
             m_gzip->hasEnded = false;
