@@ -8,7 +8,7 @@ namespace zelkam {
 
 void Completion::handleToastTapped(ToastTapRecognizer *recognizer)
 {
-    if (toastView && recognizer->view())
+    if (toastView)
         dismissToast(toastView, recognizer->view(), true);
 }
 

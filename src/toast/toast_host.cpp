@@ -11,7 +11,7 @@ static constexpr char hostKey[] = "zelkam.toast.host";
 
 ToastHost &ToastHost::of(QWidget *host)
 {
-    if (const auto known = host->property(hostKey).value<QPointer<ToastHost>>())
+    if (ToastHost *known = host->property(hostKey).value<QPointer<ToastHost>>())
         return *known;
     auto *made = new ToastHost(host);
     host->setProperty(hostKey, QVariant::fromValue(QPointer(made)));
@@ -23,16 +23,32 @@ ToastHost::ToastHost(QWidget *host) : QObject(host), m_host(host)
     host->installEventFilter(this);
 }
 
-ToastHost::~ToastHost() = default;
+static std::shared_ptr<ToastArray> attachedArray(const QWidget *host, const char *key)
+{
+    return host->property(key).value<std::shared_ptr<ToastArray>>();
+}
 
 static std::shared_ptr<ToastArray> arrayUnder(QWidget *host, const char *key)
 {
-    auto array = host->property(key).value<std::shared_ptr<ToastArray>>();
+    auto array = attachedArray(host, key);
     if (!array) {
         array = std::make_shared<ToastArray>();
         host->setProperty(key, QVariant::fromValue(array));
     }
     return array;
+}
+
+ToastHost::~ToastHost()
+{
+    for (const char *key : {ToastKeys::queue, ToastKeys::activeToasts}) {
+        const auto array = attachedArray(m_host, key);
+        const ToastArray toasts = array ? *array : ToastArray();
+        for (const QPointer<QWidget> &entry : toasts) {
+            QWidget *toast = entry.data();
+            if (toast && !toast->parentWidget())
+                delete toast;
+        }
+    }
 }
 
 std::shared_ptr<ToastArray> ToastHost::activeToasts() const
@@ -58,10 +74,10 @@ void ToastHost::addSubview(QWidget *view, QPointF center)
 void ToastHost::park(QWidget *view)
 {
     m_placed.removeIf([view](const Placed &placed) { return placed.view == view; });
-    if (!m_waitingRoom)
-        m_waitingRoom = std::make_unique<QWidget>();
     view->hide();
-    view->setParent(m_waitingRoom.get());
+    // Not a child of some widget for all that wait: the widgets of a window form a ring, and Qt
+    // walks round it each time one of them gets another parent.
+    view->setParent(nullptr);
 }
 
 bool ToastHost::eventFilter(QObject *watched, QEvent *event)
@@ -69,9 +85,9 @@ bool ToastHost::eventFilter(QObject *watched, QEvent *event)
     if (watched == m_host && event->type() == QEvent::Resize) {
         const QSizeF size = static_cast<QResizeEvent *>(event)->size();
         for (const Placed &placed : std::as_const(m_placed)) {
-            if (placed.view && placed.view->parentWidget() == m_host)
-                moveToastCenter(placed.view,
-                                placed.margins.center(toastFrame(placed.view).size(), size));
+            QWidget *view = placed.view.data();
+            if (view && view->parentWidget() == m_host)
+                moveToastCenter(view, placed.margins.center(toastFrame(view).size(), size));
         }
     }
     return QObject::eventFilter(watched, event);

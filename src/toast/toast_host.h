@@ -51,8 +51,6 @@ private:
 
     QWidget *m_host;
     QList<Placed> m_placed;
-    // Never shown: it is only the parent of what is parked.
-    std::unique_ptr<QWidget> m_waitingRoom;
 };
 
 } // namespace zelkam

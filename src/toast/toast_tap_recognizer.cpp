@@ -89,7 +89,7 @@ bool ToastTapRecognizer::keepFromOthers(QObject *watched, QEvent *event) const
         event->type() != QEvent::TouchEnd)
         return false;
     const auto *other = qobject_cast<QWidget *>(watched);
-    if (!other || !m_view || other->window() != m_view->window() || m_view->isAncestorOf(other))
+    if (!other || other->window() != m_view->window() || m_view->isAncestorOf(other))
         return false;
     event->accept();
     return true;
@@ -103,7 +103,7 @@ void ToastTapRecognizer::begin()
 
 void ToastTapRecognizer::move(QPointF position)
 {
-    if (m_isDown && m_view && !QRectF(m_view->rect()).contains(position))
+    if (m_isDown && !QRectF(m_view->rect()).contains(position))
         m_canBeTap = false;
 }
 

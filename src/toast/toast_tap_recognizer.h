@@ -1,7 +1,7 @@
 #pragma once
 
 #include <QObject>
-#include <QPointer>
+#include <QPointF>
 #include <QWidget>
 
 namespace zelkam {
@@ -35,7 +35,8 @@ private:
     void move(QPointF position);
     void end(bool isTap);
 
-    QPointer<QWidget> m_view;
+    // The parent, which outlives its recognizer.
+    QWidget *m_view;
     bool m_isDown = false;
     bool m_canBeTap = false;
 };
