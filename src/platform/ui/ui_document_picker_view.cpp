@@ -8,6 +8,7 @@
 #include "platform/ui/ui_document_picker_reader.h"
 #include "platform/ui/ui_navigation_bar.h"
 
+#include <QApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QKeyEvent>
@@ -84,6 +85,11 @@ void DocumentPickerView::show(const DocumentListing &listing)
     m_list->setCurrentIndex(current);
     m_list->scrollTo(current, QAbstractItemView::PositionAtCenter);
     showState();
+    // While the folder was read there was no list to have the focus. While the screen slides in,
+    // focus is not ours to take.
+    const QWidget *focused = QApplication::focusWidget();
+    if (focused && isAncestorOf(focused) && focused != m_search)
+        m_list->setFocus(Qt::OtherFocusReason);
     emit ready();
 }
 
