@@ -1,0 +1,91 @@
+#pragma once
+
+#include "platform/photos/ph_asset.h"
+#include "platform/photos_ui/ui_image_picker_controller.h"
+#include "platform/ui/ui_view_controller.h"
+
+#include <QList>
+#include <QPointer>
+#include <QStringList>
+#include <functional>
+#include <memory>
+
+namespace zelkam {
+
+class PhotoLibraryView;
+
+/// A screen on which a person picks several photos of the library: the selected ones carry their
+/// number. Done accepts them, also when there are none; Cancel and Esc leave.
+class ImageGridPickerController : public UIViewController
+{
+    Q_OBJECT
+
+public:
+    /// What the picker tells. Each may be empty; all run on the main thread.
+    struct Handlers
+    {
+        std::function<void(const PHAsset &asset)> select;
+        std::function<void(const PHAsset &asset)> deselect;
+        /// One of these two runs, once, while the screen is still in place; then it leaves by
+        /// itself. Given is what was selected, in the order of the selection.
+        std::function<void(const QList<PHAsset> &assets)> cancel;
+        std::function<void(const QList<PHAsset> &assets)> finish;
+        /// The screen has come up.
+        std::function<void()> completion;
+        /// One photo more than the limit was tapped, and not selected.
+        std::function<void(qint64 limit)> selectLimitReached;
+    };
+
+    ImageGridPickerController();
+    ~ImageGridPickerController() override;
+
+    /// How many photos can be selected; zero or less: any number. Set it before the screen is
+    /// shown.
+    qint64 maxNumberOfSelections = 0;
+    /// Whether a first tile takes a photo, which then joins the library and the selection.
+    bool takePhotos = false;
+
+    /// Shows the picker over a screen.
+    void presentFrom(UIViewController &presenter, bool animated, Handlers handlers);
+
+    const QList<PHAsset> &selection() const { return m_selection; }
+
+    /// Does what a person would: taps each of the files as soon as the library is on the screen.
+    /// What is not in the library is left out. Then `selectionShown` is sent.
+    void showSelection(const QStringList &filePaths);
+    /// As the buttons of these names.
+    void accept();
+    void cancel();
+    void openCamera();
+
+    void viewDidLoad() override;
+    void viewDidAppear(bool animated) override;
+    bool cancelOperation() override;
+    bool acceptOperation() override;
+
+signals:
+    void selectionShown();
+    /// The library, or the reason why there are no photos, is on the screen.
+    void ready();
+
+protected:
+    QWidget *loadView() override;
+
+private:
+    class CameraDelegate;
+
+    bool isFull() const;
+    void tap(const PHAsset &asset);
+    void select(const PHAsset &asset);
+    void add(const QImage &photo);
+    void forgetMissing();
+    void showState();
+
+    Handlers m_handlers;
+    QList<PHAsset> m_selection;
+    QPointer<PhotoLibraryView> m_library;
+    std::shared_ptr<CameraDelegate> m_cameraDelegate; ///< while the camera is open
+    bool m_answered = false;
+};
+
+} // namespace zelkam
