@@ -5,9 +5,11 @@
 #include <chrono>
 #include <condition_variable>
 #include <deque>
+#include <map>
 #include <mutex>
 #include <thread>
 #include <utility>
+#include <vector>
 
 namespace zelkam {
 
@@ -28,18 +30,21 @@ public:
         std::unique_lock lock(m_mutex);
         m_isEnding = true;
         m_workCame.notify_all();
-        m_threadEnded.wait(lock, [this] { return m_threads == 0; });
+        m_threadEnded.wait(lock, [this] { return m_threads.empty(); });
+        joinEndedThreads();
     }
 
     void start(DispatchQueue::Work work)
     {
         const std::lock_guard lock(m_mutex);
+        joinEndedThreads();
         m_work.push_back(std::move(work));
-        if (m_idle >= m_work.size() || m_threads == maxThreads) {
+        if (m_idle >= m_work.size() || m_threads.size() == maxThreads) {
             m_workCame.notify_one();
         } else {
-            ++m_threads;
-            std::thread(&BackgroundPool::run, this).detach();
+            std::thread thread(&BackgroundPool::run, this);
+            const auto id = thread.get_id();
+            m_threads.emplace(id, std::move(thread));
         }
     }
 
@@ -64,16 +69,24 @@ private:
             work = nullptr;
             lock.lock();
         }
-        --m_threads;
-        // Only when the thread has let go of all that is its own.
-        std::notify_all_at_thread_exit(m_threadEnded, std::move(lock));
+        m_ended.push_back(std::move(m_threads.extract(std::this_thread::get_id()).mapped()));
+        m_threadEnded.notify_all();
+    }
+
+    // They need the lock no more, so this waits for next to nothing.
+    void joinEndedThreads()
+    {
+        for (std::thread &thread : m_ended)
+            thread.join();
+        m_ended.clear();
     }
 
     std::mutex m_mutex; // guards all
     std::condition_variable m_workCame;
     std::condition_variable m_threadEnded;
     std::deque<DispatchQueue::Work> m_work;
-    std::size_t m_threads = 0;
+    std::map<std::thread::id, std::thread> m_threads;
+    std::vector<std::thread> m_ended;
     std::size_t m_idle = 0;
     bool m_isEnding = false;
 };
