@@ -39,6 +39,17 @@ std::optional<qint64> integerArgument(const QVariantMap &arguments, const QStrin
     return static_cast<double>(whole) == *value ? std::optional(whole) : std::nullopt;
 }
 
+std::optional<double> numberArgument(const QVariantMap &arguments, const QString &key)
+{
+    if (const auto value = exact<double>(arguments, key))
+        return *value;
+    if (const auto value = exact<qlonglong>(arguments, key))
+        return static_cast<double>(*value);
+    if (const auto value = exact<int>(arguments, key))
+        return *value;
+    return std::nullopt;
+}
+
 std::optional<QVariantMap> dictionaryArgument(const QVariantMap &arguments, const QString &key)
 {
     return exact<QVariantMap>(arguments, key);

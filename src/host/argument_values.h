@@ -15,6 +15,8 @@ std::optional<bool> boolArgument(const QVariantMap &arguments, const QString &ke
 std::optional<QString> stringArgument(const QVariantMap &arguments, const QString &key);
 /// A whole number in the range of 64 bits. A script number without a fraction counts.
 std::optional<qint64> integerArgument(const QVariantMap &arguments, const QString &key);
+/// Any number.
+std::optional<double> numberArgument(const QVariantMap &arguments, const QString &key);
 std::optional<QVariantMap> dictionaryArgument(const QVariantMap &arguments, const QString &key);
 /// A dictionary whose values are all text; one other value spoils the whole.
 std::optional<QMap<QString, QString>> textDictionaryArgument(const QVariantMap &arguments,

@@ -2,6 +2,7 @@
 
 #include "host/zelkam_mobile_plugin.h"
 #include "platform/foundation/ut_type.h"
+#include "platform/photos_ui/ui_image_picker_controller.h"
 #include "platform/ui/ui_document_picker_view_controller.h"
 #include "plugin/file_picker_return_type.h"
 
@@ -9,6 +10,9 @@
 #include <mutex>
 
 namespace zelkam {
+
+class PHAsset;
+class ZelkamMobileSingleImagePicker;
 
 /// The content plug-in: the one object that a host makes, with a method for each script command.
 ///
@@ -23,11 +27,15 @@ namespace zelkam {
 /// that starts before the first has replied takes over the first one's replies.
 ///
 /// Main thread only, but for currentCallBack().
-class ZelkamMobileContentsPlugin : public ZelkamMobilePlugin, public UIDocumentPickerDelegate
+class ZelkamMobileContentsPlugin : public ZelkamMobilePlugin,
+                                   public UIDocumentPickerDelegate,
+                                   public UIImagePickerControllerDelegate
 {
     Q_OBJECT
     Q_PROPERTY(
         zelkam::CallBackManagerPtr currentCallBack READ currentCallBack WRITE setCurrentCallBack)
+    Q_PROPERTY(std::shared_ptr<zelkam::ZelkamMobileSingleImagePicker> imagePicker READ
+                   currentImagePicker WRITE setCurrentImagePicker)
     Q_PROPERTY(qint64 fileMaxSelect MEMBER m_fileMaxSelect)
     Q_PROPERTY(QStringList allowExtensionArr MEMBER m_allowExtensionArr)
 
@@ -58,6 +66,32 @@ public:
     /// missing among several. The main thread copies and encodes, and waits for it.
     Q_INVOKABLE void filePicker(zelkam::CallBackManagerPtr callBack);
 
+    /// Lets the person take a photo, or pick one or several. Options:
+    ///
+    ///     multiselect    boolean: several photos; without it one, as JPEG of quality 0.5, and of
+    ///                    the others only "camera" counts
+    ///     camera         boolean: for one, the camera in place of the library; for several, a tile
+    ///                    in the library that takes one
+    ///     maxcount       integer: how many can be selected; any number when zero or less
+    ///     resizeWidth,
+    ///     resizeHeight   numbers, points: each photo is stretched to this size when both are
+    ///                    given and positive
+    ///     resizeQuality  number, 0.0 to 1.0: of JPEG; more than 1.0 counts as 0.5
+    ///
+    /// An option of another type counts as missing. Replies INVALID_PARAM without arguments; one
+    /// photo as {"image": data URL}, more as a list of data URLs. PNG stays PNG, everything else
+    /// becomes JPEG. Each of several that cannot be converted is one error "2042"; the success
+    /// follows when the last one has been converted, and does not come when that one failed.
+    Q_INVOKABLE void imagePicker(zelkam::CallBackManagerPtr callBack);
+
+    void imagePickerController(UIImagePickerController *picker,
+                               const QVariantMap &didFinishPickingMediaWithInfo) override;
+    void imagePickerControllerDidCancel(UIImagePickerController *picker) override;
+
+    /// The screen of the single picker while it is shown: the property imagePicker.
+    std::shared_ptr<ZelkamMobileSingleImagePicker> currentImagePicker() const;
+    void setCurrentImagePicker(std::shared_ptr<ZelkamMobileSingleImagePicker> screen);
+
     void documentPicker(UIDocumentPickerViewController *controller,
                         const QList<URL> &didPickDocumentsAt) override;
     void documentPickerWasCancelled(UIDocumentPickerViewController *controller) override;
@@ -80,8 +114,20 @@ private:
     static QVariantMap pickedFileRecord(const URL &url, const std::optional<QByteArray> &data);
     void replyPicked(const QVariant &data) const;
 
+    struct SeveralImages;
+    void showSingleImgPicker(const QVariantMap &args);
+    void showMultiImgPicker(const QVariantMap &args);
+    void dismissSingleImgPicker();
+    void convertImages(const QList<PHAsset> &assets, const QVariantMap &args);
+    void takeImage(SeveralImages &images, const std::optional<QByteArray> &text, bool last);
+    /// From any thread.
+    static std::optional<QByteArray> getImgStr(const std::optional<QByteArray> &data,
+                                               const std::optional<QString> &uti,
+                                               const std::optional<QVariantMap> &options);
+
     mutable std::mutex m_mutex; ///< guards the current call, which downloads read from their queues
     CallBackManagerPtr m_currentCallBack;
+    std::shared_ptr<ZelkamMobileSingleImagePicker> m_imagePicker;
     qint64 m_fileMaxSelect = 1; ///< kept for whoever asks; it limits nothing
     QStringList m_allowExtensionArr;
     FilePickerReturnType m_filePickerReturnType = FilePickerReturnType::url;

@@ -1,0 +1,86 @@
+#include "plugin/zelkam_mobile_contents_plugin.h"
+
+#include "host/argument_values.h"
+#include "platform/foundation/dispatch_group.h"
+#include "platform/photos/ph_image_manager.h"
+#include "platform/photos_ui/image_grid_picker_controller.h"
+
+namespace zelkam {
+
+/// What the handlers of one pick share.
+struct ZelkamMobileContentsPlugin::SeveralImages
+{
+    QVariantMap options;
+    QVariantList results; ///< data URLs, in the order in which the handlers ran
+    DispatchGroup group;
+};
+
+void ZelkamMobileContentsPlugin::showMultiImgPicker(const QVariantMap &args)
+{
+    const auto self = std::static_pointer_cast<ZelkamMobileContentsPlugin>(shared_from_this());
+    DispatchQueue::main().async([self, args] {
+        const auto picker = std::make_shared<ImageGridPickerController>();
+        if (const auto limit = integerArgument(args, QStringLiteral("maxcount")))
+            picker->maxNumberOfSelections = *limit;
+        picker->takePhotos = boolArgument(args, QStringLiteral("camera")).value_or(false);
+        ImageGridPickerController::Handlers handlers;
+        handlers.cancel = [self](const QList<PHAsset> &) {
+            if (const auto call = self->currentCallBack())
+                call->error(QStringLiteral("2045"), QStringLiteral("Image picker is canceled."),
+                            false);
+        };
+        handlers.finish = [self, args](const QList<PHAsset> &assets) {
+            self->convertImages(assets, args);
+        };
+        // Without a page to show it on, nothing is shown and nothing is replied.
+        if (UIViewController *page = self->viewController())
+            picker->presentFrom(*page, true, std::move(handlers));
+    });
+}
+
+void ZelkamMobileContentsPlugin::convertImages(const QList<PHAsset> &assets,
+                                               const QVariantMap &args)
+{
+    const auto self = std::static_pointer_cast<ZelkamMobileContentsPlugin>(shared_from_this());
+    const auto images = std::make_shared<SeveralImages>();
+    images->options = args;
+    // Entered once, not once for each asset: only the last one's handler leaves it, and only when
+    // it has something. The reply follows the last asset, whatever became of those before it.
+    images->group.enter();
+    for (qsizetype i = 0; i < assets.size(); ++i) {
+        const bool last = i == assets.size() - 1;
+        PHImageRequestOptions request;
+        request.isNetworkAccessAllowed = true;
+        PHImageManager::defaultManager().requestPreparedImageData(
+            assets.at(i), request,
+            [self, images, last](const std::optional<QByteArray> &data,
+                                 const std::optional<QString> &dataUTI) {
+                const auto text = getImgStr(data, dataUTI, images->options);
+                return [self, images, last, text] { self->takeImage(*images, text, last); };
+            });
+    }
+    images->group.notify(DispatchQueue::main(), [self, images] {
+        const auto call = self->currentCallBack();
+        if (!call)
+            return;
+        if (images->results.size() == 1)
+            call->success(QVariantMap{{QStringLiteral("image"), images->results.first()}}, false);
+        else
+            call->success(images->results, false);
+    });
+}
+
+void ZelkamMobileContentsPlugin::takeImage(SeveralImages &images,
+                                           const std::optional<QByteArray> &text, bool last)
+{
+    if (!text) {
+        if (const auto call = currentCallBack())
+            call->error(QStringLiteral("2042"), QStringLiteral("File picker error."), false);
+        return;
+    }
+    images.results.append(*text);
+    if (last)
+        images.group.leave();
+}
+
+} // namespace zelkam
