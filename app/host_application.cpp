@@ -105,6 +105,7 @@ void HostApplication::connectPage()
     m_page.scripts().insert(pageScript());
 
     connect(&m_page, &QWebEnginePage::windowCloseRequested, this, &HostApplication::closeRequested);
+    connect(&m_bridge, &ScriptBridge::closeRequested, this, &HostApplication::closeRequested);
     connect(&m_page, &QWebEnginePage::titleChanged, m_device.get(), &QWidget::setWindowTitle);
     connect(m_webViewController.get(), &WebViewController::loaded, this,
             &HostApplication::showOrigin);

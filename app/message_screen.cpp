@@ -18,6 +18,7 @@ MessageScreen::MessageScreen(QWidget *parent)
 {
     setAutoFillBackground(true);
     m_retry->setMinimumSize(160, metrics::tapTarget);
+    m_retry->setFlat(true);
     for (QLabel *label : {m_icon, m_title, m_text}) {
         label->setAlignment(Qt::AlignCenter);
         label->setTextFormat(Qt::PlainText);
@@ -48,10 +49,12 @@ MessageScreen::MessageScreen(QWidget *parent)
     restyle();
 }
 
-void MessageScreen::setMessage(const QString &title, const QString &text)
+void MessageScreen::setMessage(const QString &iconName, const QString &title, const QString &text)
 {
+    m_iconName = iconName;
     m_title->setText(title);
     m_text->setText(text);
+    restyle();
 }
 
 void MessageScreen::changeEvent(QEvent *event)
@@ -69,8 +72,12 @@ void MessageScreen::restyle()
     QPalette quiet = palette();
     quiet.setColor(QPalette::WindowText, secondaryTextColor(palette()));
     m_text->setPalette(quiet);
-    m_icon->setPixmap(tintedIcon(QStringLiteral("network-disconnect-symbolic"), 64,
-                                 secondaryTextColor(palette()), devicePixelRatioF()));
+    QPalette action = palette();
+    action.setColor(QPalette::ButtonText, accentColor(palette()));
+    m_retry->setPalette(action);
+    constexpr int iconSize = 64;
+    m_icon->setPixmap(
+        tintedIcon(m_iconName, iconSize, secondaryTextColor(palette()), devicePixelRatioF()));
 }
 
 } // namespace zelkam

@@ -17,7 +17,8 @@ class MessageScreen : public QWidget
 public:
     explicit MessageScreen(QWidget *parent = nullptr);
 
-    void setMessage(const QString &title, const QString &text);
+    /// @param iconName  a freedesktop name
+    void setMessage(const QString &iconName, const QString &title, const QString &text);
 
 signals:
     void retryRequested();
@@ -28,6 +29,7 @@ protected:
 private:
     void restyle();
 
+    QString m_iconName;
     QLabel *m_icon;
     QLabel *m_title;
     QLabel *m_text;

@@ -13,6 +13,21 @@ namespace {
 
 constexpr qsizetype rawTextSize = 64 * 1024;
 
+/// Eight bytes at a time, as a reply may hold tens of megabytes.
+bool isAscii(const QByteArray &bytes)
+{
+    const char *at = bytes.constData();
+    const char *const end = at + bytes.size();
+    quint64 seen = 0;
+    for (quint64 word = 0; end - at >= qptrdiff(sizeof word); at += sizeof word) {
+        std::memcpy(&word, at, sizeof word);
+        seen |= word;
+    }
+    for (; at != end; ++at)
+        seen |= static_cast<quint64>(static_cast<unsigned char>(*at));
+    return (seen & 0x8080808080808080U) == 0;
+}
+
 class Writer
 {
 public:
@@ -27,16 +42,23 @@ public:
 
     void text(QStringView text)
     {
+        constexpr char digits[] = "0123456789abcdef";
         line += '"';
         for (const QChar character : text) {
             const char16_t unit = character.unicode();
-            if (unit == u'"' || unit == u'\\')
+            if (unit == u'"' || unit == u'\\') {
                 line.append('\\').append(static_cast<char>(unit));
-            else if (unit >= 0x20 && unit < 0x7f)
+            } else if (unit >= 0x20 && unit < 0x7f) {
                 line += static_cast<char>(unit);
-            else
-                line +=
-                    QByteArrayLiteral("\\u") + QByteArray::number(unit, 16).rightJustified(4, '0');
+            } else {
+                const char escape[] = {'\\',
+                                       'u',
+                                       digits[unit >> 12],
+                                       digits[(unit >> 8) & 15],
+                                       digits[(unit >> 4) & 15],
+                                       digits[unit & 15]};
+                line.append(escape, sizeof escape);
+            }
         }
         line += '"';
     }
@@ -90,8 +112,7 @@ private:
 
     void bytes(const QByteArray &bytes)
     {
-        const bool ascii =
-            std::all_of(bytes.cbegin(), bytes.cend(), [](char c) { return (c & 0x80) == 0; });
+        const bool ascii = isAscii(bytes);
         if (ascii && bytes.size() >= rawTextSize) {
             line += "{\"" + m_tag + "\":" + QByteArray::number(texts.size()) + '}';
             texts.append(bytes);

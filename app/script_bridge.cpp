@@ -44,6 +44,11 @@ void ScriptChannel::call(const QString &token, double number, const QString &com
     m_bridge.call(token.toLatin1(), static_cast<qint64>(number), command, arguments, tag);
 }
 
+void ScriptChannel::close(const QString &token)
+{
+    m_bridge.close(token.toLatin1());
+}
+
 ScriptBridge::ScriptBridge(AllowedOrigins allowedOrigins, CommandDelegate *delegate)
     : m_allowedOrigins(std::move(allowedOrigins)),
       m_delegate(delegate),
@@ -118,6 +123,12 @@ void ScriptBridge::call(const QByteArray &token, qint64 number, const QString &c
         if (self)
             self->run(session, number, command, arguments, tag);
     });
+}
+
+void ScriptBridge::close(const QByteArray &token)
+{
+    if (m_sessions.contains(token))
+        emit closeRequested();
 }
 
 void ScriptBridge::run(const std::shared_ptr<ScriptSession> &session, qint64 number,

@@ -27,6 +27,8 @@ public:
     /// A call; see ScriptBridge::call().
     Q_INVOKABLE void call(const QString &token, double number, const QString &command,
                           const QString &arguments, const QString &tag);
+    /// The page closes its window.
+    Q_INVOKABLE void close(const QString &token);
 
 signals:
     /// Replies may be fetched. Carries nothing, as whatever goes through the channel reaches the
@@ -82,7 +84,11 @@ public:
     void call(const QByteArray &token, qint64 number, const QString &command,
               const QString &arguments, const QString &tag);
 
+    /// Passes on the page's wish to close its window, when it has an open session.
+    void close(const QByteArray &token);
+
 signals:
+    void closeRequested();
     /// A call was handed to its command.
     void called(const QString &command, const QString &arguments);
     /// The page fetches a reply.

@@ -70,7 +70,7 @@ void WebViewController::watchPage()
                 answered ? tr("The server answered with the status %1.").arg(info.errorCode())
                          : info.errorString();
             showFailure(
-                tr("This page cannot be shown"),
+                QStringLiteral("network-disconnect-symbolic"), tr("This page cannot be shown"),
                 m_url.host().isEmpty()
                     ? tr("The file could not be read.")
                     : tr("%1 could not be reached, or did not give the page.").arg(m_url.host()));
@@ -80,17 +80,18 @@ void WebViewController::watchPage()
             [this](QWebEnginePage::RenderProcessTerminationStatus status, int) {
                 if (status == QWebEnginePage::NormalTerminationStatus)
                     return;
-                showFailure(tr("This page has stopped"),
+                showFailure(QStringLiteral("dialog-warning-symbolic"), tr("This page has stopped"),
                             tr("Something went wrong while the page was shown."));
                 emit crashed();
             });
 }
 
-void WebViewController::showFailure(const QString &title, const QString &text)
+void WebViewController::showFailure(const QString &iconName, const QString &title,
+                                    const QString &text)
 {
     if (!m_stack)
         return;
-    m_message->setMessage(title, text);
+    m_message->setMessage(iconName, title, text);
     m_stack->setCurrentWidget(m_message);
 }
 

@@ -43,7 +43,7 @@ protected:
 
 private:
     void watchPage();
-    void showFailure(const QString &title, const QString &text);
+    void showFailure(const QString &iconName, const QString &title, const QString &text);
     void showPage();
 
     QPointer<WebPage> m_page;

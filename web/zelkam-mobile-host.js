@@ -29,7 +29,7 @@ let host = null; // the channel's object
 let token = null; // names this document's session
 let refused = false;
 let asked = false;
-let queued = []; // calls made before there was a token
+let queued = []; // what waits for the answer about a session
 let fetching = false;
 let fetchAgain = false;
 
@@ -101,11 +101,14 @@ function fetchReplies() {
     });
 }
 
-function send({ number, command, text }) {
-    if (refused) end(number, notAllowed());
-    else if (token !== null) host.call(token, number, command, text, tag);
-    else return false;
-    return true;
+// Does something with the session, or without one when this page gets none.
+function withSession(action) {
+    if (refused || token !== null) {
+        action();
+        return;
+    }
+    queued[queued.length] = action;
+    openSession();
 }
 
 function openSession() {
@@ -114,9 +117,9 @@ function openSession() {
     read('session', (answer) => {
         token = answer;
         refused = answer === null;
-        const calls = queued;
+        const actions = queued;
         queued = [];
-        for (let i = 0; i < calls.length; i += 1) send(calls[i]);
+        for (let i = 0; i < actions.length; i += 1) actions[i]();
     });
 }
 
@@ -147,11 +150,10 @@ function start(command, args, onReply) {
         reject(failure('INVALID_PARAM', 1001, `The arguments cannot be sent: ${error && error.message}`));
         return;
     }
-    const call = { number, command, text };
-    if (!send(call)) {
-        queued[queued.length] = call;
-        openSession();
-    }
+    withSession(() => {
+        if (refused) reject(notAllowed());
+        else host.call(token, number, command, text, tag);
+    });
 }
 
 function call(command, args, onReply) {
@@ -196,6 +198,16 @@ new QWebChannel(port, (channel) => {
         if (queued.length > 0) openSession();
     });
 });
+
+// A browser lets a script close only what a script has opened, or what has shown one page. Here it
+// ends the application, however many pages it has shown.
+const closeWindow = window.close.bind(window);
+window.close = function close() {
+    withSession(() => {
+        if (refused) closeWindow();
+        else host.close(token);
+    });
+};
 
 defineProperty(window, 'ZelkamMobile', {
     value: freeze({ exec: freeze(exec), call: freeze(call) }),
