@@ -38,7 +38,10 @@ PdfView::PdfView(std::shared_ptr<PdfPages> pages, QWidget *parent)
     connect(&m_ask, &QTimer::timeout, this, &PdfView::askForPages);
 }
 
-PdfView::~PdfView() = default;
+PdfView::~PdfView()
+{
+    QScroller::ungrabGesture(viewport()); // a scroller does not free its recogniser
+}
 
 void PdfView::layoutPages()
 {
