@@ -38,10 +38,7 @@ PdfView::PdfView(std::shared_ptr<PdfPages> pages, QWidget *parent)
     connect(&m_ask, &QTimer::timeout, this, &PdfView::askForPages);
 }
 
-PdfView::~PdfView()
-{
-    QScroller::ungrabGesture(viewport()); // a scroller does not free its recogniser
-}
+PdfView::~PdfView() = default;
 
 void PdfView::layoutPages()
 {

@@ -34,11 +34,6 @@ TextView::TextView(const QString &text, bool isCut, QWidget *parent) : QPlainTex
     }
 }
 
-TextView::~TextView()
-{
-    QScroller::ungrabGesture(viewport()); // a scroller does not free its recogniser
-}
-
 void TextView::resizeEvent(QResizeEvent *event)
 {
     QPlainTextEdit::resizeEvent(event);

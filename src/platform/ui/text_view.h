@@ -14,7 +14,6 @@ class TextView : public QPlainTextEdit
 public:
     /// @param isCut  only the beginning of a file is given, which the view then says
     TextView(const QString &text, bool isCut, QWidget *parent = nullptr);
-    ~TextView() override;
 
 protected:
     void resizeEvent(QResizeEvent *event) override;
