@@ -159,6 +159,7 @@ void ImageGridPickerController::showState()
     PhotoGridView &grid = m_library->grid();
     grid.setSelection(m_selection);
     grid.setIsFull(isFull());
+    m_library->setDoneEnabled(!m_selection.isEmpty());
     const QLocale locale;
     const auto count = m_selection.size();
     if (maxNumberOfSelections > 0)
@@ -198,7 +199,7 @@ void ImageGridPickerController::showSelection(const QStringList &filePaths)
 
 void ImageGridPickerController::accept()
 {
-    if (std::exchange(m_answered, true))
+    if (m_selection.isEmpty() || std::exchange(m_answered, true))
         return;
     if (m_handlers.finish)
         m_handlers.finish(m_selection);
@@ -222,8 +223,7 @@ bool ImageGridPickerController::cancelOperation()
 
 bool ImageGridPickerController::acceptOperation()
 {
-    if (!m_selection.isEmpty())
-        accept();
+    accept();
     return true;
 }
 

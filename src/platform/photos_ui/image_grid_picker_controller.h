@@ -15,7 +15,7 @@ namespace zelkam {
 class PhotoLibraryView;
 
 /// A screen on which a person picks several photos of the library: the selected ones carry their
-/// number. Done accepts them, also when there are none; Cancel and Esc leave.
+/// number. Done and Enter accept them when there are any; Cancel and Esc leave.
 class ImageGridPickerController : public UIViewController
 {
     Q_OBJECT
@@ -53,7 +53,7 @@ public:
     /// Does what a person would: taps each of the files as soon as the library is on the screen.
     /// What is not in the library is left out. Then `selectionShown` is sent.
     void showSelection(const QStringList &filePaths);
-    /// As the buttons of these names.
+    /// As the buttons of these names. Without a selection, `accept` does nothing.
     void accept();
     void cancel();
     void openCamera();
