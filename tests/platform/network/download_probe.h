@@ -26,21 +26,14 @@ struct Outcome
     }
 };
 
-/// A download whose end can be waited for.
+/// A download whose end can be waited for. Its session is let go at once.
 class DownloadProbe
 {
 public:
     explicit DownloadProbe(const zelkam::URLRequest &request,
                            const zelkam::URLSessionConfiguration &configuration = {})
-        : DownloadProbe(request, std::make_unique<zelkam::URLSession>(configuration).get())
     {
-    }
-
-    DownloadProbe(const zelkam::URLRequest &request, zelkam::URLSession *session)
-    {
-        m_future = m_state->promise.get_future();
-        task = session->downloadTask(request, [state = m_state](auto location, auto response,
-                                                                auto error) {
+        auto handler = [state = m_state](auto location, auto response, auto error) {
             Outcome &outcome = state->outcome;
             ++outcome.calls;
             outcome.response = std::dynamic_pointer_cast<const zelkam::HTTPURLResponse>(response);
@@ -48,16 +41,16 @@ public:
             if (location) {
                 outcome.path = location->path();
                 QFile file(outcome.path);
-                if (file.open(QIODevice::ReadOnly))
-                    outcome.data = file.readAll();
                 struct stat info
                 {
                 };
-                ::stat(QFile::encodeName(outcome.path).constData(), &info);
+                if (file.open(QIODevice::ReadOnly) && ::fstat(file.handle(), &info) == 0)
+                    outcome.data = file.readAll();
                 outcome.fileMode = info.st_mode & 0777U;
             }
             state->promise.set_value();
-        });
+        };
+        task = zelkam::URLSession(configuration).downloadTask(request, handler);
     }
 
     /// The outcome; a default one, with no call, when none has come within the time.
@@ -76,14 +69,16 @@ private:
         Outcome outcome;
     };
     std::shared_ptr<State> m_state = std::make_shared<State>();
-    std::future<void> m_future;
+    std::future<void> m_future = m_state->promise.get_future();
 };
 
+/// Downloads without keeping a handle of session or task.
 inline Outcome download(const zelkam::URLRequest &request,
                         const zelkam::URLSessionConfiguration &configuration = {})
 {
     DownloadProbe probe(request, configuration);
     probe.task->resume();
+    probe.task.reset();
     return probe.wait();
 }
 

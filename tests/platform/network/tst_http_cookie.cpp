@@ -4,6 +4,7 @@
 #include <thread>
 
 using namespace zelkam;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -14,11 +15,11 @@ URL urlOf(const char *text)
 
 QList<HTTPCookie> parsed(const QString &setCookie, const char *url)
 {
-    return HTTPCookie::cookies({{QStringLiteral("set-cookie"), setCookie}}, urlOf(url));
+    return HTTPCookie::cookies({{u"set-cookie"_s, setCookie}}, urlOf(url));
 }
 
-HTTPCookie cookie(const QString &name, const QString &value = QStringLiteral("v"),
-                  const QString &domain = QStringLiteral("h.example"))
+HTTPCookie cookie(const QString &name, const QString &value = u"v"_s,
+                  const QString &domain = u"h.example"_s)
 {
     return HTTPCookie(name, value, domain, {});
 }
@@ -50,31 +51,28 @@ private slots:
                             const QStringList &cookies) {
             QTest::newRow(title) << QString::fromUtf8(setCookie) << QByteArray(url) << cookies;
         };
-        const QString plain = QStringLiteral("a=1 h.example / host");
+        const QString plain = u"a=1 h.example / host"_s;
         row("no attributes", "a=1", "http://h.example", {plain});
-        row("default path", "a=1", "http://h.example/x/y?z",
-            {QStringLiteral("a=1 h.example /x host")});
+        row("default path", "a=1", "http://h.example/x/y?z", {u"a=1 h.example /x host"_s});
         row("comma in the date",
             "a=1; Expires=Wed, 09 Jun 2120 10:18:14 GMT\nb=2; Secure; HttpOnly",
             "http://h.example/",
-            {QStringLiteral("a=1 h.example / host dated"),
-             QStringLiteral("b=2 h.example / host secure http")});
+            {u"a=1 h.example / host dated"_s, u"b=2 h.example / host secure http"_s});
         row("domain as written", "a=1; Domain=example.org", "http://h.example.org/",
-            {QStringLiteral("a=1 example.org /")});
+            {u"a=1 example.org /"_s});
         row("somebody else's domain", "a=1; Domain=other.org", "http://h.example.org/", {});
         row("domain below the host", "a=1; Domain=x.example.org", "http://example.org/", {});
         row("public suffix", "a=1; Domain=com", "http://h.com/", {});
         row("no host to compare with", "a=1\nb=2; Domain=h.org; Path=/p", "file://",
-            {QStringLiteral("a=1  / host"), QStringLiteral("b=2 h.org /p")});
+            {u"a=1  / host"_s, u"b=2 h.org /p"_s});
         row("Max-Age goes before Expires",
             "a=1; Max-Age=100; Expires=Wed, 09 Jun 2010 10:18:14 GMT", "http://h.example/",
-            {QStringLiteral("a=1 h.example / host dated")});
+            {u"a=1 h.example / host dated"_s});
         row("gone at once", "a=1; Max-Age=0", "http://h.example/",
-            {QStringLiteral("a=1 h.example / host dated expired")});
-        row("no name", "=1\n;;\n\nb=2", "http://h.example/",
-            {QStringLiteral("b=2 h.example / host")});
+            {u"a=1 h.example / host dated expired"_s});
+        row("no name", "=1\n;;\n\nb=2", "http://h.example/", {u"b=2 h.example / host"_s});
         row("value with equals signs", "a=b=c==", "http://h.example/",
-            {QStringLiteral("a=b=c== h.example / host")});
+            {u"a=b=c== h.example / host"_s});
     }
 
     void parsing()
@@ -83,12 +81,12 @@ private slots:
         QFETCH(const QByteArray, url);
         QStringList found;
         for (const HTTPCookie &c : parsed(setCookie, url.constData())) {
-            QString text = QStringLiteral("%1=%2 %3 %4").arg(c.name, c.value, c.domain, c.path);
-            text += c.isHostOnly ? QStringLiteral(" host") : QString();
-            text += c.isSecure ? QStringLiteral(" secure") : QString();
-            text += c.isHTTPOnly ? QStringLiteral(" http") : QString();
-            text += c.isSessionOnly() ? QString() : QStringLiteral(" dated");
-            text += c.isExpired() ? QStringLiteral(" expired") : QString();
+            QString text = u"%1=%2 %3 %4"_s.arg(c.name, c.value, c.domain, c.path);
+            text += c.isHostOnly ? u" host"_s : QString();
+            text += c.isSecure ? u" secure"_s : QString();
+            text += c.isHTTPOnly ? u" http"_s : QString();
+            text += c.isSessionOnly() ? QString() : u" dated"_s;
+            text += c.isExpired() ? u" expired"_s : QString();
             found += text;
         }
         QTEST(found, "cookies");
@@ -133,54 +131,52 @@ private slots:
 
     void bytesSurviveTheWayThroughText()
     {
-        const QString field = QStringLiteral("a=") + QChar(0xDCB0) + QChar(0xDCA1);
+        const QString field = u"a="_s + QChar(0xDCB0) + QChar(0xDCA1);
         const auto cookies = parsed(field, "http://h.org/");
         QCOMPARE(cookies.first().toNetworkCookie().value(), "\xB0\xA1");
-        QCOMPARE(HTTPCookie::requestHeaderFields(cookies).value(QStringLiteral("Cookie")), field);
+        QCOMPARE(HTTPCookie::requestHeaderFields(cookies).value(u"Cookie"_s), field);
     }
 
     void headerOfAllCookies()
     {
-        HTTPCookie bad = cookie(QStringLiteral("c"), QStringLiteral("x\r\nX-Evil: 1"));
-        const auto fields = HTTPCookie::requestHeaderFields(
-            {cookie(QStringLiteral("a")), bad, cookie(QStringLiteral("b"), {}, {})});
-        QCOMPARE(fields,
-                 (QMap<QString, QString>{{QStringLiteral("Cookie"), QStringLiteral("a=v; b=")}}));
+        HTTPCookie bad = cookie(u"c"_s, u"x\r\nX-Evil: 1"_s);
+        const auto fields =
+            HTTPCookie::requestHeaderFields({cookie(u"a"_s), bad, cookie(u"b"_s, {}, {})});
+        QCOMPARE(fields, (QMap<QString, QString>{{u"Cookie"_s, u"a=v; b="_s}}));
         QVERIFY(HTTPCookie::requestHeaderFields({bad}).isEmpty());
     }
 
     void identity()
     {
         HTTPCookieStorage store;
-        const QString name = QStringLiteral("n");
-        store.setCookie(cookie(name, QStringLiteral("1")));
-        store.setCookie(cookie(name, QStringLiteral("2"), QStringLiteral("H.example")));
-        store.setCookie(cookie(name, QStringLiteral("3"), QStringLiteral(".h.example")));
-        HTTPCookie deeper = cookie(name, QStringLiteral("4"));
-        deeper.path = QStringLiteral("/p");
+        const QString name = u"n"_s;
+        store.setCookie(cookie(name, u"1"_s));
+        store.setCookie(cookie(name, u"2"_s, u"H.example"_s));
+        store.setCookie(cookie(name, u"3"_s, u".h.example"_s));
+        HTTPCookie deeper = cookie(name, u"4"_s);
+        deeper.path = u"/p"_s;
         store.setCookie(deeper);
-        QCOMPARE(valueIn(store, name), QStringLiteral("2,3,4"));
-        QCOMPARE(store.cookies(urlOf("http://h.example/p")).first().value, QStringLiteral("4"));
+        QCOMPARE(valueIn(store, name), u"2,3,4"_s);
+        QCOMPARE(store.cookies(urlOf("http://h.example/p")).first().value, u"4"_s);
         HTTPCookie past = cookie(name);
         past.expiresDate = QDateTime::currentDateTimeUtc().addSecs(-1);
         store.setCookie(past);
-        QCOMPARE(valueIn(store, name), QStringLiteral("3,4"));
+        QCOMPARE(valueIn(store, name), u"3,4"_s);
     }
 
     void limits()
     {
         HTTPCookieStorage store;
-        store.setCookie(cookie(QStringLiteral("big"), QString(4097, u'x')));
+        store.setCookie(cookie(u"big"_s, QString(4097, u'x')));
         QCOMPARE(store.cookies()->size(), 0);
         for (int i = 0; i < 51; ++i)
             store.setCookie(cookie(QString::number(i)));
         QCOMPARE(store.cookies()->size(), 50);
-        QCOMPARE(store.cookies()->first().name, QStringLiteral("1"));
+        QCOMPARE(store.cookies()->first().name, u"1"_s);
         for (int i = 0; i < 3000; ++i)
-            store.setCookie(
-                cookie(QStringLiteral("n"), QStringLiteral("v"), QStringLiteral("h%1.org").arg(i)));
+            store.setCookie(cookie(u"n"_s, u"v"_s, u"h%1.org"_s.arg(i)));
         QCOMPARE(store.cookies()->size(), 3000);
-        QCOMPARE(store.cookies()->first().domain, QStringLiteral("h0.org"));
+        QCOMPARE(store.cookies()->first().domain, u"h0.org"_s);
     }
 
     void observersHearChangesAndMayAnswer()
@@ -194,16 +190,18 @@ private slots:
                 if (change == HTTPCookieStorage::Change::set)
                     store.setCookie(HTTPCookie::fromNetworkCookie(c.toNetworkCookie()));
             });
-        HTTPCookie given = cookie(QStringLiteral("a"), QStringLiteral("1"), {});
-        given.originHost = QStringLiteral("h.example");
+        HTTPCookie given = cookie(u"a"_s, u"1"_s, {});
+        given.originHost = u"h.example"_s;
         given.expiresDate = QDateTime::currentDateTimeUtc().addSecs(1000);
         store.setCookie(given);
         QCOMPARE(store.cookies()->first().domain, QString());
+        QCOMPARE(store.cookies(urlOf("http://h.example/")).size(), 1);
+        QCOMPARE(store.cookies(urlOf("http://other.example/")).size(), 0);
         store.deleteCookie(given);
         store.deleteCookie(given);
         observation.reset();
         store.setCookie(given);
-        QCOMPARE(heard, (QStringList{QStringLiteral("+a"), QStringLiteral("-a")}));
+        QCOMPARE(heard, (QStringList{u"+a"_s, u"-a"_s}));
     }
 
     void manyThreads()
@@ -214,7 +212,7 @@ private slots:
         for (int t = 0; t < 4; ++t) {
             threads.emplace_back([&store, t] {
                 for (int i = 0; i < 200; ++i) {
-                    const HTTPCookie own = cookie(QStringLiteral("%1-%2").arg(t).arg(i % 10));
+                    const HTTPCookie own = cookie(u"%1-%2"_s.arg(t).arg(i % 10));
                     store.setCookie(own);
                     if (i < 190 && i % 3 == 0)
                         store.deleteCookie(own);

@@ -11,6 +11,7 @@
 #include <thread>
 
 using namespace zelkam;
+using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 Q_DECLARE_METATYPE(zelkam::URLError::Code)
@@ -33,6 +34,10 @@ private slots:
     {
         QVERIFY(m_folder.isValid());
         QVERIFY(!setTemporaryDirectory(m_folder.path()));
+        m_server.on("/stuck", [](const auto &, HttpTestServer::Connection &connection) {
+            connection.send("HTTP/1.1 200 OK\r\nContent-Length: 8\r\n\r\nx");
+            connection.pause(60s);
+        });
     }
 
     void cleanup() { QTRY_COMPARE(filesLeft(), 0); }
@@ -41,11 +46,11 @@ private slots:
     {
         const QByteArray body = QByteArray("0123456789").repeated(100'000);
         m_server.on("/a.bin", HttpTestServer::answer(body, "Content-Type: Text/Plain; x=y\r\n"));
-        const Outcome outcome = download(requestFor(m_server.url(QStringLiteral("/a.bin"))));
+        const Outcome outcome = download(requestFor(m_server.url(u"/a.bin"_s)));
         QVERIFY(!outcome.error);
         QCOMPARE(outcome.data, body);
         QCOMPARE(outcome.status(), 200);
-        QCOMPARE(outcome.response->mimeType(), QStringLiteral("text/plain"));
+        QCOMPARE(outcome.response->mimeType(), u"text/plain"_s);
         QCOMPARE(outcome.response->expectedContentLength(), body.size());
         QCOMPARE(outcome.fileMode, 0600U);
         QVERIFY(outcome.path.startsWith(NSTemporaryDirectory()));
@@ -55,25 +60,23 @@ private slots:
     void anyStatusIsASuccess_data()
     {
         QTest::addColumn<QByteArray>("answer");
-        QTest::addColumn<int>("status");
-        QTest::newRow("created") << HttpTestServer::answer("x", {}, "201 Created") << 201;
-        QTest::newRow("nothing to send") << QByteArray("HTTP/1.1 204 No Content\r\n\r\n") << 204;
-        QTest::newRow("not modified") << QByteArray("HTTP/1.1 304 Not Modified\r\n\r\n") << 304;
-        QTest::newRow("not found") << HttpTestServer::answer("x", {}, "404 Not Found") << 404;
-        QTest::newRow("a redirect to nowhere") << HttpTestServer::answer("x", {}, "302 F") << 302;
-        QTest::newRow("after interim answers")
-            << "HTTP/1.1 103 Early Hints\r\nX-A: 1\r\n\r\n" + HttpTestServer::answer("x") << 200;
+        QTest::newRow("200 after an interim answer")
+            << "HTTP/1.1 103 Early Hints\r\nX-A: 1\r\n\r\n" + HttpTestServer::answer("x");
+        QTest::newRow("204") << QByteArray("HTTP/1.1 204 No Content\r\n\r\n");
+        QTest::newRow("302 to nowhere") << HttpTestServer::answer("x", {}, "302 Found");
+        QTest::newRow("304") << QByteArray("HTTP/1.1 304 Not Modified\r\n\r\n");
+        QTest::newRow("404") << HttpTestServer::answer("x", {}, "404 Not Found");
     }
 
     void anyStatusIsASuccess()
     {
         QFETCH(const QByteArray, answer);
         m_server.on("/", answer);
-        const Outcome outcome = download(requestFor(m_server.url(QStringLiteral("/"))));
+        const Outcome outcome = download(requestFor(m_server.url(u"/"_s)));
         QVERIFY(!outcome.error);
-        QTEST(outcome.status(), "status");
+        QCOMPARE(outcome.status(), QByteArray(QTest::currentDataTag()).left(3).toInt());
         QVERIFY(!outcome.path.isEmpty());
-        QVERIFY(!outcome.response->value(QStringLiteral("x-a")));
+        QVERIFY(!outcome.response->value(u"x-a"_s));
     }
 
     void brokenAnswersAreErrorsAndNeverFiles_data()
@@ -99,26 +102,23 @@ private slots:
         QTest::newRow("NUL in a header")
             << ok + QByteArray("A: \0\r\n\r\n", 8) << Code::badServerResponse;
         QTest::newRow("no answer") << QByteArray() << Code::networkConnectionLost;
-        QTest::newRow("only an interim answer")
-            << QByteArray("HTTP/1.1 100 Continue\r\n\r\n") << Code::networkConnectionLost;
         QTest::newRow("flood of headers") << ok + QByteArray("X: y\r\n").repeated(2000) + "\r\n"
                                           << Code::headersTooLarge;
         QTest::newRow("flood of interim answers")
             << QByteArray("HTTP/1.1 103 E\r\nA: b\r\n\r\n").repeated(2000) << Code::headersTooLarge;
         QTest::newRow("redirect to a file")
-            << HttpTestServer::redirect("302 F", QStringLiteral("file:///etc/passwd"))
+            << HttpTestServer::redirect("302 F", u"file:///etc/passwd"_s)
             << Code::redirectToUnsupportedURL;
         QTest::newRow("redirect in a circle")
-            << HttpTestServer::redirect("302 F", QStringLiteral("/")) << Code::httpTooManyRedirects;
+            << HttpTestServer::redirect("302 F", u"/"_s) << Code::httpTooManyRedirects;
     }
 
     void brokenAnswersAreErrorsAndNeverFiles()
     {
         QFETCH(const QByteArray, answer);
         m_server.on("/", answer);
-        const Outcome outcome = download(requestFor(m_server.url(QStringLiteral("/"))));
+        const Outcome outcome = download(requestFor(m_server.url(u"/"_s)));
         QVERIFY(outcome.error);
-        qInfo().noquote() << outcome.error->debugDescription();
         QTEST(outcome.code(), "code");
         QVERIFY(outcome.path.isEmpty());
         QVERIFY(!outcome.response);
@@ -130,23 +130,21 @@ private slots:
         QTest::addColumn<QString>("headerName");
         QTest::addColumn<QString>("headerValue");
         QTest::addColumn<Code>("code");
-        const QString ok = m_server.url(QStringLiteral("/"));
-        const QString name = QStringLiteral("X-A");
-        QTest::newRow("file URL") << QStringLiteral("file:///etc/passwd") << name << name
+        const QString ok = m_server.url(u"/"_s);
+        const QString name = u"X-A"_s;
+        const QString injected = u"a\r\nX-B: b"_s;
+        QTest::newRow("file URL") << u"file:///etc/passwd"_s << name << name
                                   << Code::unsupportedURL;
-        QTest::newRow("no host") << QStringLiteral("http:///a") << name << name << Code::badURL;
-        QTest::newRow("line break in a value")
-            << ok << name << QStringLiteral("a\r\nX-B: b") << Code::badURL;
-        QTest::newRow("line break in cookies")
-            << ok << QStringLiteral("Cookie") << QStringLiteral("a=b\nX: y") << Code::badURL;
+        QTest::newRow("no host") << u"http:///a"_s << name << name << Code::badURL;
+        QTest::newRow("line break in a value") << ok << name << injected << Code::badURL;
+        QTest::newRow("line break in cookies") << ok << u"Cookie"_s << injected << Code::badURL;
         QTest::newRow("NUL in a value") << ok << name << QString(QChar(0)) << Code::badURL;
-        QTest::newRow("colon in a name")
-            << ok << QStringLiteral("X-A: b\r\nX-B") << name << Code::badURL;
+        QTest::newRow("line break in a name") << ok << injected << name << Code::badURL;
         QTest::newRow("empty name") << ok << QString() << name << Code::badURL;
         QTest::newRow("nobody listens")
-            << QStringLiteral("http://127.0.0.1:1/") << name << name << Code::cannotConnectToHost;
+            << u"http://127.0.0.1:1/"_s << name << name << Code::cannotConnectToHost;
         QTest::newRow("unknown host")
-            << QStringLiteral("http://nowhere.invalid/") << name << name << Code::cannotFindHost;
+            << u"http://nowhere.invalid/"_s << name << name << Code::cannotFindHost;
     }
 
     void requestsThatCannotBeSent()
@@ -168,16 +166,16 @@ private slots:
     void sendsHeadersAsTheyWereSet()
     {
         m_server.on("/h", HttpTestServer::answer({}));
-        URLRequest request = requestFor(m_server.url(QStringLiteral("/h")));
-        request.httpMethod = QStringLiteral("POST");
+        URLRequest request = requestFor(m_server.url(u"/h"_s));
+        request.httpMethod = u"POST"_s;
         request.httpBody = "{\"a\":1}";
-        request.setValue(QStringLiteral("text/plain"), QStringLiteral("content-type"));
-        request.setValue(QStringLiteral("application/json"), QStringLiteral("Content-Type"));
-        request.setValue(QString(), QStringLiteral("X-Empty"));
-        request.setValue(QStringLiteral("\u00e9"), QStringLiteral("X-Text"));
-        request.setValue(QStringLiteral("3"), QStringLiteral("Content-Length"));
-        request.setValue(QStringLiteral("chunked"), QStringLiteral("Transfer-Encoding"));
-        request.setValue(QStringLiteral("evil"), QStringLiteral("host"));
+        request.setValue(u"text/plain"_s, u"content-type"_s);
+        request.setValue(u"application/json"_s, u"Content-Type"_s);
+        request.setValue(QString(), u"X-Empty"_s);
+        request.setValue(u"\u00e9"_s, u"X-Text"_s);
+        request.setValue(u"3"_s, u"Content-Length"_s);
+        request.setValue(u"chunked"_s, u"Transfer-Encoding"_s);
+        request.setValue(u"evil"_s, u"host"_s);
         QVERIFY(!download(request).error);
         const auto sent = m_server.requests().last();
         QCOMPARE(sent.method, "POST");
@@ -209,40 +207,30 @@ private slots:
         QFETCH(const QByteArray, coding);
         QFETCH(const QByteArray, sent);
         m_server.on("/z", HttpTestServer::answer(sent, "Content-Encoding: " + coding + "\r\n"));
-        const Outcome outcome = download(requestFor(m_server.url(QStringLiteral("/z"))));
+        const Outcome outcome = download(requestFor(m_server.url(u"/z"_s)));
         QVERIFY(!outcome.error);
         QTEST(outcome.data, "data");
         QCOMPARE(outcome.response->expectedContentLength(), URLResponse::unknownLength);
         QCOMPARE(m_server.requests().last().header("Accept-Encoding"), "gzip");
     }
 
-    void failedWriteIsAnError_data()
-    {
-        QTest::addColumn<bool>("folderIsGone");
-        QTest::newRow("file may not grow") << false;
-        QTest::newRow("no folder") << true;
-    }
-
     void failedWriteIsAnError()
     {
-        QFETCH(const bool, folderIsGone);
         m_server.on("/w", HttpTestServer::answer(QByteArray(300'000, 'x')));
+        const URLRequest request = requestFor(m_server.url(u"/w"_s));
         rlimit limit{};
         QCOMPARE(::getrlimit(RLIMIT_FSIZE, &limit), 0);
-        rlimit small = limit;
-        small.rlim_cur = 100'000;
-        if (folderIsGone)
-            QVERIFY(QDir().rename(m_folder.path(), m_folder.path() + QStringLiteral("-gone")));
-        else
-            QCOMPARE(::setrlimit(RLIMIT_FSIZE, &small), 0);
-        const Outcome outcome = download(requestFor(m_server.url(QStringLiteral("/w"))));
+        const rlimit small{100'000, limit.rlim_max};
+        QCOMPARE(::setrlimit(RLIMIT_FSIZE, &small), 0);
+        const Outcome tooLong = download(request);
         ::setrlimit(RLIMIT_FSIZE, &limit);
-        if (folderIsGone)
-            QVERIFY(QDir().rename(m_folder.path() + QStringLiteral("-gone"), m_folder.path()));
-        QVERIFY(outcome.error);
-        QCOMPARE(outcome.code(), folderIsGone ? Code::cannotCreateFile : Code::cannotWriteToFile);
-        QVERIFY(outcome.path.isEmpty());
-        QVERIFY(!download(requestFor(m_server.url(QStringLiteral("/w")))).error);
+        QCOMPARE(tooLong.code(), Code::cannotWriteToFile);
+        QVERIFY(tooLong.path.isEmpty());
+        QVERIFY(QDir().rename(m_folder.path(), m_folder.path() + u"-gone"_s));
+        const Outcome noFolder = download(request);
+        QVERIFY(QDir().rename(m_folder.path() + u"-gone"_s, m_folder.path()));
+        QCOMPARE(noFolder.code(), Code::cannotCreateFile);
+        QCOMPARE(download(request).data.size(), 300'000);
     }
 
     void silenceEndsATransferAndSlownessDoesNot()
@@ -254,20 +242,16 @@ private slots:
                 connection.pause(100ms);
             }
         });
-        m_server.on("/stuck", [](const auto &, HttpTestServer::Connection &connection) {
-            connection.send("HTTP/1.1 200 OK\r\nContent-Length: 8\r\n\r\nx");
-            connection.pause(60s);
-        });
         URLSessionConfiguration configuration;
         configuration.timeoutIntervalForRequest = 500ms;
-        const URLRequest slow = requestFor(m_server.url(QStringLiteral("/slow")));
+        const URLRequest slow = requestFor(m_server.url(u"/slow"_s));
         QCOMPARE(download(slow, configuration).data, "xxxxxxxx");
-        const URLRequest stuck = requestFor(m_server.url(QStringLiteral("/stuck")));
+        const URLRequest stuck = requestFor(m_server.url(u"/stuck"_s));
         QCOMPARE(download(stuck, configuration).code(), Code::timedOut);
         configuration.timeoutIntervalForResource = 300ms;
         const Outcome outcome = download(slow, configuration);
         QCOMPARE(outcome.code(), Code::timedOut);
-        QCOMPARE(outcome.error->localizedDescription(), QStringLiteral("The request timed out."));
+        QCOMPARE(outcome.error->localizedDescription(), u"The request timed out."_s);
     }
 
     void waitsForConnectivity()
@@ -276,10 +260,10 @@ private slots:
         connected = false;
         setConnectivityCheck([] { return connected.load(); });
         m_server.on("/c", HttpTestServer::answer("x"));
-        QCOMPARE(download(requestFor(m_server.url(QStringLiteral("/c")))).status(), 200);
+        QCOMPARE(download(requestFor(m_server.url(u"/c"_s))).status(), 200);
 
         // This address reaches the server too, but is no loopback address by its text.
-        const QString address = m_server.url(QStringLiteral("/c"), QStringLiteral("0.0.0.0"));
+        const QString address = m_server.url(u"/c"_s, u"0.0.0.0"_s);
         QCOMPARE(download(requestFor(address)).code(), Code::notConnectedToInternet);
         URLSessionConfiguration configuration;
         configuration.waitsForConnectivity = true;
@@ -310,45 +294,22 @@ private slots:
         QVERIFY(!usable);
     }
 
-    void cancelCallsTheHandlerOnce_data()
-    {
-        QTest::addColumn<bool>("started");
-        QTest::newRow("before it starts") << false;
-        QTest::newRow("while it runs") << true;
-    }
-
     void cancelCallsTheHandlerOnce()
     {
-        QFETCH(const bool, started);
-        m_server.on("/stuck", [](const auto &, HttpTestServer::Connection &connection) {
-            connection.send("HTTP/1.1 200 OK\r\nContent-Length: 8\r\n\r\nx");
-            connection.pause(60s);
-        });
         const qsizetype before = m_server.requests().size();
-        DownloadProbe probe(requestFor(m_server.url(QStringLiteral("/stuck"))));
-        if (started) {
+        for (const bool started : {false, true}) {
+            DownloadProbe probe(requestFor(m_server.url(u"/stuck"_s)));
+            if (started)
+                probe.task->resume();
+            QTRY_COMPARE(filesLeft(), started ? 1 : 0);
+            probe.task->cancel();
+            probe.task->cancel();
+            QCOMPARE(probe.wait().code(), Code::cancelled);
             probe.task->resume();
-            QTRY_COMPARE(filesLeft(), 1);
+            QTest::qWait(100);
+            QCOMPARE(probe.wait().calls, 1);
         }
-        probe.task->cancel();
-        probe.task->cancel();
-        QCOMPARE(probe.wait().code(), Code::cancelled);
-        probe.task->resume();
-        QTest::qWait(100);
-        QCOMPARE(probe.wait().calls, 1);
-        QCOMPARE(m_server.requests().size(), before + (started ? 1 : 0));
-    }
-
-    void runsOnWithoutHandles()
-    {
-        m_server.on("/a", [](const auto &, HttpTestServer::Connection &connection) {
-            connection.pause(200ms);
-            connection.send(HttpTestServer::answer("x"));
-        });
-        DownloadProbe probe(requestFor(m_server.url(QStringLiteral("/a"))));
-        probe.task->resume();
-        probe.task.reset();
-        QCOMPARE(probe.wait().data, "x");
+        QCOMPARE(m_server.requests().size(), before + 1);
     }
 
     void manyAtOnceUseOneThreadAndOneQueue()
@@ -363,36 +324,22 @@ private slots:
         });
         URLSession session{URLSessionConfiguration()};
         std::atomic<int> inside = 0;
-        std::atomic<int> done = 0;
-        std::atomic<bool> overlapped = false;
         std::atomic<int> right = 0;
+        std::atomic<int> done = 0;
         for (int i = 0; i < count; ++i) {
-            const QString url = m_server.url(QStringLiteral("/many?%1").arg(i));
-            session
-                .downloadTask(requestFor(url),
-                              [&, i](const auto &location, const auto &, const auto &) {
-                                  overlapped = overlapped || ++inside > 1;
-                                  QFile file(location ? location->path() : QString());
-                                  if (file.open(QIODevice::ReadOnly) &&
-                                      file.readAll() == "/many?" + QByteArray::number(i))
-                                      ++right;
-                                  --inside;
-                                  ++done;
-                              })
-                ->resume();
+            const QString query = u"/many?%1"_s.arg(i);
+            const auto handler = [&, query](const auto &location, const auto &, const auto &) {
+                QFile file(location ? location->path() : QString());
+                const bool isAlone = ++inside == 1;
+                if (isAlone && file.open(QIODevice::ReadOnly) && file.readAll() == query.toUtf8())
+                    ++right;
+                --inside;
+                ++done;
+            };
+            session.downloadTask(requestFor(m_server.url(query)), handler)->resume();
         }
         QTRY_COMPARE_WITH_TIMEOUT(done.load(), count, 30'000);
         QCOMPARE(right.load(), count);
-        QVERIFY(!overlapped);
-    }
-
-    void everyFailureHasItsOwnSentence()
-    {
-        QSet<QString> sentences;
-        const int count = static_cast<int>(Code::diskFull) + 1;
-        for (int code = 0; code < count; ++code)
-            sentences += URLError(static_cast<Code>(code)).localizedDescription();
-        QCOMPARE(sentences.size(), count);
     }
 
 private:
