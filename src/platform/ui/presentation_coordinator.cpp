@@ -158,12 +158,14 @@ void PresentationCoordinator::finish()
     m_running.reset();
     const QPointer<PresentationCoordinator> self(this);
 
+    // A widget that is hidden with the focus hands it on as the Tab key would, and a page that is
+    // tabbed into scrolls to its first control.
+    m_shield->clearFocus();
     m_shield->hide();
     if (ended.coming) {
         const auto &screen = ended.screens.first();
         screen->layoutTransition(1.0);
         screen->m_phase = UIViewController::Phase::resting;
-        m_shield->clearFocus();
         screen->endAppearance(true, ended.animated);
         if (ScreenContainer *container = containerOf(*screen))
             container->takeFocus(); // now, as viewDidAppear may have made the controls
