@@ -34,6 +34,8 @@ constexpr std::array options{
     Option{"offscreen", nullptr, "needs no display; keeps no cookies and no data of pages"},
     Option{"screenshots", "DIR", "save the window as PNG after each reply and each screen"},
     Option{"tour", nullptr, "play the built-in demo unattended and quit"},
+    Option{"answer-picker", "FILE[,FILE...]",
+           "pick these files in the next picker, or cancel it with the word cancel (repeatable)"},
     Option{"remote-debugging-port", "PORT", "let a browser's developer tools connect"},
     Option{"help", nullptr, "show this text"},
     Option{"version", nullptr, "show the version"},
@@ -74,6 +76,7 @@ public:
         readFolders();
         readDevice();
         readSystem();
+        readPickerAnswers();
         readPage();
         result.urlTransformer = !m_parser.isSet(u"no-url-transformer"_s);
         result.offscreen = m_parser.isSet(u"offscreen"_s);
@@ -168,6 +171,25 @@ private:
             result.remoteDebuggingPort = port->toUShort(&isNumber);
             if (!isNumber || result.remoteDebuggingPort == 0)
                 refuse(u"remote-debugging-port"_s, u"is a port number: %1"_s.arg(*port));
+        }
+    }
+
+    void readPickerAnswers()
+    {
+        const QStringList values = m_parser.values(u"answer-picker"_s);
+        for (const QString &value : values) {
+            if (value == u"cancel") {
+                result.pickerAnswers.append(std::nullopt);
+                continue;
+            }
+            // A file may well have a comma in its name.
+            QStringList paths = QFileInfo(value).isFile() ? QStringList{value} : value.split(u',');
+            for (QString &path : paths) {
+                if (!QFileInfo(path).isFile())
+                    refuse(u"answer-picker"_s, u"names no file: %1"_s.arg(path));
+                path = QDir::cleanPath(QDir::current().absoluteFilePath(path));
+            }
+            result.pickerAnswers.append(paths);
         }
     }
 

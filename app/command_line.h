@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/picker_answers.h"
 #include "app/web_origin.h"
 #include "platform/ui/theme.h"
 #include "platform/ui/ui_device.h"
@@ -34,6 +35,7 @@ struct HostOptions
     bool offscreen = false;
     QString screenshotsDirectory; ///< absolute; empty for none
     bool tour = false;
+    QList<PickerAnswer> pickerAnswers; ///< for the pickers that come, in order
     quint16 remoteDebuggingPort = 0;
 };
 

@@ -80,10 +80,12 @@ void DemoServer::addPage()
         const char *file;
         const char *type;
     };
-    for (const Part &part : {Part{"/", "index.html", "text/html;charset=utf-8"},
-                             Part{"/demo.css", "demo.css", "text/css;charset=utf-8"},
-                             Part{"/demo.js", "demo.js", "text/javascript;charset=utf-8"},
-                             Part{"/cards.js", "cards.js", "text/javascript;charset=utf-8"}}) {
+    for (const Part &part :
+         {Part{"/", "index.html", "text/html;charset=utf-8"},
+          Part{"/demo.css", "demo.css", "text/css;charset=utf-8"},
+          Part{"/demo.js", "demo.js", "text/javascript;charset=utf-8"},
+          Part{"/cards.js", "cards.js", "text/javascript;charset=utf-8"},
+          Part{"/previews.js", "previews.js", "text/javascript;charset=utf-8"}}) {
         QFile file(u":/zelkam/web/demo/"_s + QLatin1String(part.file));
         if (!file.open(QIODevice::ReadOnly))
             qFatal("The resource %s is missing.", part.file);

@@ -4,6 +4,7 @@
 #include "app/host_application.h"
 #include "app/host_scheme_handler.h"
 #include "app/local_page.h"
+#include "app/picker_answers.h"
 #include "app/tour.h"
 #include "app/unix_signals.h"
 #include "platform/foundation/bundle.h"
@@ -114,9 +115,12 @@ int main(int argc, char **argv)
     QObject::connect(&host, &HostApplication::closeRequested, &application, &QApplication::quit);
     const UnixSignals signals_;
     QObject::connect(&signals_, &UnixSignals::quitRequested, &application, &QApplication::quit);
+    PickerAnswers answers(host.window(), host.screenshots());
+    for (const PickerAnswer &answer : options.pickerAnswers)
+        answers.append(answer);
     std::optional<Tour> tour;
     if (options.tour) {
-        tour.emplace(host);
+        tour.emplace(host, answers);
         QObject::connect(&*tour, &Tour::finished, &application,
                          [](int faults) { QApplication::exit(faults == 0 ? 0 : 1); });
     }

@@ -1,6 +1,8 @@
 #include "app/tour.h"
 
+#include "app/demo_files.h"
 #include "app/host_application.h"
+#include "app/picker_answers.h"
 #include "app/screenshots.h"
 #include "app/web_view_controller.h"
 #include "platform/foundation/console.h"
@@ -9,6 +11,7 @@
 #include "platform/ui/ui_window.h"
 
 #include <QDeadlineTimer>
+#include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <chrono>
@@ -36,7 +39,7 @@ QString outcome(const ScriptReply &reply)
 
 } // namespace
 
-Tour::Tour(HostApplication &host) : m_host(host)
+Tour::Tour(HostApplication &host, PickerAnswers &answers) : m_host(host), m_answers(answers)
 {
     m_poll.setInterval(pollTime);
     connect(&host.bridge(), &ScriptBridge::called, this,
@@ -85,7 +88,29 @@ void Tour::playNext()
     print(u"tour: %1/%2 %3"_s.arg(m_card + 1)
               .arg(m_cards.size())
               .arg(m_cards.at(m_card)[u"title"_s].toString()));
+    prepareAnswer();
     press();
+}
+
+void Tour::prepareAnswer()
+{
+    const QStringList names =
+        m_cards.at(m_card)[u"answer"_s].toString().split(u' ', Qt::SkipEmptyParts);
+    if (names.isEmpty())
+        return;
+    if (names == QStringList{u"cancel"_s}) {
+        m_answers.append(std::nullopt);
+        return;
+    }
+    QStringList paths;
+    for (const QString &name : names) {
+        const auto contents = demoFile(name);
+        QFile file(m_documents.filePath(name));
+        if (contents && file.open(QIODevice::WriteOnly))
+            file.write(contents->contents);
+        paths.append(file.fileName());
+    }
+    m_answers.append(paths);
 }
 
 void Tour::press()

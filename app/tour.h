@@ -3,22 +3,24 @@
 #include <QJsonArray>
 #include <QObject>
 #include <QStringList>
+#include <QTemporaryDir>
 #include <QTimer>
 #include <functional>
 
 namespace zelkam {
 
 class HostApplication;
+class PickerAnswers;
 
-/// Plays the demo unattended: presses each card's button in order, waits for its replies, closes
-/// the preview by its Done button, and opens the share sheet where a card says so. Prints each
-/// call with its replies.
+/// Plays the demo unattended: presses each card's button in order, answers its picker, waits for
+/// its replies, closes the preview by its Done button, and opens the share sheet where a card says
+/// so. Prints each call with its replies.
 class Tour : public QObject
 {
     Q_OBJECT
 
 public:
-    explicit Tour(HostApplication &host);
+    Tour(HostApplication &host, PickerAnswers &answers);
 
 signals:
     /// The tour is over. The faults are replies that were not the expected ones, and things that
@@ -28,6 +30,7 @@ signals:
 private:
     void readCards();
     void playNext();
+    void prepareAnswer();
     void press();
     void awaitScreen();
     void openShareSheet();
@@ -40,6 +43,8 @@ private:
     bool isAtRest() const;
 
     HostApplication &m_host;
+    PickerAnswers &m_answers;
+    QTemporaryDir m_documents; ///< what a person would have on the device
     QTimer m_poll;
     QJsonArray m_cards;
     int m_card = -1;

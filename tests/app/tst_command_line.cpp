@@ -36,6 +36,9 @@ private slots:
         row("a page of script", {u"javascript:alert(1)"_s}, u"javascript"_s);
         row("a folder as the page", {u"/tmp"_s}, u"/tmp"_s);
         row("two pages", {u"http://a.example"_s, u"http://b.example"_s}, u"2"_s);
+        row("an answer with a file that there is not",
+            {u"--answer-picker"_s, u"/proc/version,/no/such/file"_s}, u"/no/such/file"_s);
+        row("a folder as an answer", {u"--answer-picker"_s, u"/tmp"_s}, u"/tmp"_s);
         row("a tour of somebody else's page", {u"--tour"_s, u"http://a.example"_s}, u"tour"_s);
     }
 
@@ -56,7 +59,8 @@ private slots:
             {u"zelkam-mobile"_s, u"--device=tablet"_s, u"--size"_s, u"800x600"_s,
              u"--allow-origin"_s, u"http://a.example"_s, u"--allow-origin=https://B.example:443/"_s,
              u"--real-server-url"_s, u"https://c.example/base/"_s, u"--language"_s, u"pt-BR"_s,
-             u"--system-version"_s, u"13.7"_s, u"--no-url-transformer"_s,
+             u"--system-version"_s, u"13.7"_s, u"--no-url-transformer"_s, u"--answer-picker"_s,
+             u"/proc/version,/proc/../proc/uptime"_s, u"--answer-picker=cancel"_s,
              u"https://c.example/start?a=b"_s});
         const auto *options = std::get_if<HostOptions>(&result);
         QVERIFY(options);
@@ -68,6 +72,9 @@ private slots:
         QCOMPARE(options->language->territory(), QLocale::Brazil);
         QCOMPARE(options->systemVersion, QVersionNumber(13, 7));
         QVERIFY(!options->urlTransformer);
+        QCOMPARE(options->pickerAnswers,
+                 (QList<PickerAnswer>{QStringList{u"/proc/version"_s, u"/proc/uptime"_s},
+                                      std::nullopt}));
         QCOMPARE(options->page, QUrl(u"https://c.example/start?a=b"_s));
     }
 };

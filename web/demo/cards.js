@@ -5,6 +5,7 @@
 //   screen  "preview" when the call ends with a screen that has to be closed
 //   share   the tour opens the share sheet on the way
 //   before  something that the page does first
+//   answer  what the tour picks: names of demo files, or "cancel"
 
 const icons = {
     image: 'M4 5h16v14H4zM4 16l5-5 4 4 3-3 4 4M15.5 9.5h.01',
@@ -12,13 +13,20 @@ const icons = {
     bell: 'M6 16V11a6 6 0 0 1 12 0v5l2 2H4zM10 21h4',
     box: 'M4 8l8-4 8 4v8l-8 4-8-4zM4 8l8 4 8-4M12 12v8',
     send: 'M12 19V5M6 11l6-6 6 6M5 21h14',
+    stack: 'M8 8h12v12H8zM4 16V4h12',
+    code: 'M9 7l-5 5 5 5M15 7l5 5-5 5',
     tag: 'M4 4h8l8 8-8 8-8-8zM8.5 8.5h.01',
     key: 'M14 10a4 4 0 1 0-3.5 4L13 12h2v-2h2V8h3V5h-3z',
     alert: 'M12 4l9 16H3zM12 10v4M12 17h.01',
     clock: 'M12 3a9 9 0 1 0 .01 0M12 7v5l3 2',
 };
 
-const download = (card) => ({ command: 'fileDownload', icon: 'document', expect: ['success'], ...card });
+const download = (card) => ({
+    command: 'fileDownload', button: 'Download', icon: 'document', expect: ['success'], ...card,
+});
+const pick = (card) => ({
+    command: 'filePicker', button: 'Pick', icon: 'document', expect: ['success'], ...card,
+});
 
 export const sections = [
     {
@@ -118,6 +126,45 @@ export const sections = [
         ],
     },
     {
+        title: 'Pick documents',
+        lead: 'The person chooses; the page gets copies, as addresses that it can load or as content.',
+        cards: [
+            pick({
+                title: 'One document',
+                about: 'Of any kind. The page loads it from the address that it gets.',
+                args: { extension: '', multiselect: false, maxcount: 1, type: 1 },
+                answer: 'report.pdf',
+            }),
+            pick({
+                title: 'An image',
+                about: 'Other kinds are dimmed. The address goes straight into an image.',
+                icon: 'image',
+                args: { extension: 'jpg,png,gif,svg', multiselect: false, maxcount: 1, type: 1 },
+                answer: 'coast.jpg',
+            }),
+            pick({
+                title: 'Several documents',
+                about: 'As many as the person likes, from any folders.',
+                icon: 'stack',
+                args: { extension: '', multiselect: true, maxcount: 9, type: 1 },
+                answer: 'notes.txt coast.jpg soundings.zkd',
+            }),
+            pick({
+                title: 'With their content',
+                about: 'Each as a data URL with its name; nothing is left to load.',
+                icon: 'code',
+                args: { extension: '', multiselect: true, maxcount: 9, type: 0 },
+                answer: 'coast.jpg notes.txt',
+            }),
+            pick({
+                title: 'Nothing, after all',
+                about: 'A cancel is a success without data.',
+                args: { extension: 'pdf', multiselect: false, maxcount: 1, type: 1 },
+                answer: 'cancel',
+            }),
+        ],
+    },
+    {
         title: 'When something goes wrong',
         lead: 'Every call gets an answer that says what happened.',
         cards: [
@@ -154,6 +201,13 @@ export const sections = [
                 about: 'A download needs to know from where.',
                 icon: 'alert',
                 args: { fileName: 'nothing.pdf' },
+                expect: ['INVALID_PARAM'],
+            }),
+            pick({
+                title: 'Options left out',
+                about: 'A picker wants to know what and how many.',
+                icon: 'alert',
+                args: { extension: 'pdf' },
                 expect: ['INVALID_PARAM'],
             }),
             download({

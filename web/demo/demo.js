@@ -1,4 +1,5 @@
 import { sections, iconPath } from '/cards.js';
+import { previewsOf, shortened } from '/previews.js';
 
 const make = (id) => document.getElementById(id).content.firstElementChild.cloneNode(true);
 
@@ -42,13 +43,14 @@ function replyItem(reply) {
     const head = document.createElement('strong');
     head.textContent = reply.success ? 'Success' : reply.status;
     item.append(head);
-    const detail = reply.success ? reply.data && JSON.stringify(reply.data) : reply.message;
+    const detail = reply.success ? reply.data && shortened(reply.data) : reply.message;
     if (detail) {
         const line = document.createElement('span');
         line.className = 'detail';
         line.textContent = detail;
         item.append(line);
     }
+    item.append(...previewsOf(reply.data));
     return item;
 }
 
@@ -88,12 +90,13 @@ for (const section of sections) {
         article.dataset.expect = card.expect.join(' ');
         article.dataset.screen = card.screen ?? '';
         article.dataset.share = card.share ? 'yes' : '';
+        article.dataset.answer = card.answer ?? '';
         article.querySelector('path').setAttribute('d', iconPath(card.icon));
         article.querySelector('h3').textContent = card.title;
         article.querySelector('.about').textContent = card.about;
         article.querySelector('code').append(highlighted(card.command, card.args));
         const button = article.querySelector('button');
-        button.textContent = card.expect[0] === 'success' ? 'Download' : 'Try it';
+        button.textContent = card.expect[0] === 'success' ? card.button : 'Try it';
         button.setAttribute('aria-label', `${button.textContent}: ${card.title}`);
         button.addEventListener('click', () => run(card, article));
         node.querySelector('.cards').append(article);
