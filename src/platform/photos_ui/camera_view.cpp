@@ -12,7 +12,7 @@ namespace zelkam {
 CameraView::CameraView()
     : m_message(new DocumentPickerMessage(this)),
       m_shutter(new ShutterButton(this)),
-      m_switch(new CameraTextButton(tr("Switch camera"), QStringLiteral("camera-switch"), this)),
+      m_switch(new CameraTextButton(tr("Switch camera"), QStringLiteral("view-refresh-symbolic"), this)),
       m_cancel(new CameraTextButton(tr("Cancel"), {}, this)),
       m_retake(new CameraTextButton(tr("Retake"), {}, this)),
       m_use(new CameraTextButton(tr("Use photo"), {}, this))
@@ -61,7 +61,7 @@ void CameraView::setIsSeen(bool seen)
 
 void CameraView::fail(const QString &title, const QString &reason)
 {
-    m_message->showText(QStringLiteral("camera-photo"), title, reason);
+    m_message->showText(QStringLiteral("camera-photo-symbolic"), title, reason);
     setState(State::unavailable);
 }
 

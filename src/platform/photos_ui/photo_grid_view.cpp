@@ -317,14 +317,14 @@ void PhotoGridView::paintItem(QPainter &painter, int item, const QRect &cell)
     } else if (thumbnail) {
         const int icon = metrics::icon;
         painter.drawPixmap(cell.center() - QPoint(icon / 2, icon / 2),
-                           tintedIcon(QStringLiteral("image-missing"), icon,
+                           tintedIcon(QStringLiteral("dialog-warning-symbolic"), icon,
                                       secondaryTextColor(palette()), devicePixelRatioF()));
     }
     if (!m_showsSelection)
         return;
     if (number > 0) {
         QColor veil = accentColor(palette());
-        veil.setAlphaF(0.25F);
+        veil.setAlphaF(0.12F);
         painter.fillRect(cell, veil);
         painter.setBrush(Qt::NoBrush);
         painter.setPen(QPen(accentColor(palette()), 4));
@@ -372,7 +372,7 @@ void PhotoGridView::paintCameraTile(QPainter &painter, const QRect &cell) const
     const QColor color = accentColor(palette());
     painter.drawPixmap(
         QPoint(cell.center().x() - icon / 2, top),
-        tintedIcon(QStringLiteral("camera-photo"), icon, color, devicePixelRatioF()));
+        tintedIcon(QStringLiteral("camera-photo-symbolic"), icon, color, devicePixelRatioF()));
     painter.setFont(caption);
     painter.setPen(color);
     painter.drawText(QRect(cell.left() + 4, top + icon + 4, cell.width() - 8, text),

@@ -172,11 +172,11 @@ void PhotoLibraryView::showLibrary()
     if (m_grid->hasItems()) {
         m_pages->setCurrentWidget(m_grid);
     } else if (library.isUnavailable()) {
-        m_message->showText(QStringLiteral("folder-locked"), tr("There is no pictures folder"),
-                            tr("It is missing, or you do not have the permission to read it."));
+        m_message->showText(QStringLiteral("folder-pictures-symbolic"), tr("There is no pictures folder"),
+                            tr("It is missing, or cannot be read."));
         m_pages->setCurrentWidget(m_message);
     } else {
-        m_message->showText(QStringLiteral("folder-pictures"), tr("No photos yet"),
+        m_message->showText(QStringLiteral("folder-pictures-symbolic"), tr("No photos yet"),
                             tr("Pictures in your pictures folder appear here."));
         m_pages->setCurrentWidget(m_message);
     }
