@@ -1,8 +1,7 @@
-#include "toast/toast_host.h"
 #include "toast_test_support.h"
 
 using namespace zelkam;
-using namespace std::chrono_literals;
+using namespace zelkam::test;
 
 // What a program may do to hosts and toasts at the worst moment. The checks are few: the address
 // sanitizer is the judge.
@@ -11,159 +10,105 @@ class ToastLifetimeTest : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
-    void hostIsDeleted_data();
-    void hostIsDeleted();
-    void toastIsDeleted_data();
-    void toastIsDeleted();
-    void callback_data();
-    void callback();
-    void hostThatTookATapIsDeleted();
+    void init()
+    {
+        resetToasts();
+        m_host = new Host;
+        m_host->show();
+    }
+
+    void cleanup() { delete m_host; }
+
+    void hostIsDeleted_data() { addRows({"fading in", "shown", "fading out", "held"}); }
+
+    void hostIsDeleted()
+    {
+        QFETCH(QString, what);
+        ToastManager::shared().isQueueEnabled = true;
+        bool called = false;
+        makeToast(m_host, u"a"_s, 1h, ToastPosition::top, {}, {}, {}, [&](bool) { called = true; });
+        const QPointer first = m_host->active().first();
+        const QPointer second = m_host->toast(u"b"_s);
+        makeToastActivity(m_host);
+        if (what != u"fading in")
+            QTRY_VERIFY(timerOf(first));
+        if (what == u"fading out")
+            hideAllToasts(m_host, true, false);
+        if (what == u"held")
+            QTest::mousePress(first, Qt::LeftButton);
+        delete m_host;
+        QVERIFY(!first && !second && !ToastManager::shared().completion.toastView);
+        QTest::qWait(60);
+        QVERIFY(!called);
+    }
+
+    void toastIsDeleted_data() { addRows({"fading in", "shown", "fading out", "queued"}); }
+
+    void toastIsDeleted()
+    {
+        QFETCH(QString, what);
+        ToastManager::shared().isQueueEnabled = true;
+        QWidget *first = m_host->toast(u"a"_s);
+        QWidget *second = m_host->toast(u"b"_s);
+        QWidget *third = m_host->toast(u"c"_s);
+        if (what != u"fading in")
+            QTRY_VERIFY(timerOf(first));
+        if (what == u"fading out" || what == u"queued")
+            hideToast(m_host);
+        const bool queued = what == u"queued";
+        delete (queued ? second : first);
+        // The queue does not wait for a toast that is no more.
+        QTRY_COMPARE(m_host->active(), ToastArray{queued ? third : second});
+        QCOMPARE(m_host->log, u"a."_s);
+    }
+
+    void callback_data()
+    {
+        addRows({"shows another", "hides all", "clears the queue", "deletes the host",
+                 "deletes the toast"});
+    }
+
+    void callback()
+    {
+        QFETCH(QString, what);
+        QPointer<QWidget> first;
+        makeToast(m_host, what, 0s, ToastPosition::top, {}, {}, {}, [&](bool) {
+            ToastManager::shared().isQueueEnabled = false;
+            if (what == u"shows another")
+                m_host->toast(u"new"_s, 0s);
+            else if (what == u"hides all")
+                hideAllToasts(m_host, true, true);
+            else if (what == u"clears the queue")
+                clearToastQueue(m_host);
+            else if (what == u"deletes the host")
+                delete m_host;
+            else
+                delete first;
+        });
+        first = m_host->active().first();
+        m_host->toast(u"b"_s);
+        ToastManager::shared().isQueueEnabled = true;
+        const QPointer third = m_host->toast(u"c"_s);
+        QTRY_VERIFY(!first);
+        QTest::qWait(150);
+        const bool dropsThird = what == u"hides all" || what == u"clears the queue" || !m_host;
+        QCOMPARE(third.isNull(), dropsThird);
+        if (m_host)
+            QCOMPARE(m_host->log, what == u"shows another" ? u"new."_s
+                                  : what == u"hides all"   ? u"b."_s
+                                                           : QString());
+    }
 
 private:
-    QPointer<QWidget> m_host;
-    QString m_log;
+    static void addRows(std::initializer_list<const char *> names)
+    {
+        QTest::addColumn<QString>("what");
+        for (const char *name : names)
+            QTest::newRow(name) << QString::fromLatin1(name);
+    }
 
-    QPointer<QWidget> toast(const QString &name, ToastDuration duration = 1h);
-    ToastArray active() { return *ToastHost::of(m_host).activeToasts(); }
+    QPointer<Host> m_host;
 };
-
-void ToastLifetimeTest::init()
-{
-    test::resetToasts();
-    m_log.clear();
-    m_host = new QWidget;
-    m_host->resize(300, 300);
-    m_host->show();
-}
-
-QPointer<QWidget> ToastLifetimeTest::toast(const QString &name, ToastDuration duration)
-{
-    const QPointer host = m_host;
-    makeToast(host, name, duration, ToastPosition::bottom, {}, {}, ToastManager::shared().style,
-              [this, name](bool) { m_log += name; });
-    const auto queue = ToastHost::of(host).queue();
-    return queue->isEmpty() ? active().last() : queue->last();
-}
-
-void ToastLifetimeTest::hostIsDeleted_data()
-{
-    QTest::addColumn<QString>("moment");
-    for (const char *moment : {"fading in", "shown", "fading out", "held by a finger"})
-        QTest::newRow(moment) << QString::fromLatin1(moment);
-}
-
-void ToastLifetimeTest::hostIsDeleted()
-{
-    QFETCH(QString, moment);
-    ToastManager::shared().isQueueEnabled = true;
-    const QPointer first = toast(QStringLiteral("a"));
-    const QPointer second = toast(QStringLiteral("b"));
-    makeToastActivity(m_host);
-    if (moment != QLatin1String("fading in"))
-        QTRY_VERIFY(first->property(ToastKeys::timer).isValid());
-    if (moment == QLatin1String("fading out"))
-        hideAllToasts(m_host, true, false);
-    if (moment == QLatin1String("held by a finger"))
-        QTest::mousePress(first, Qt::LeftButton);
-    delete m_host;
-    QVERIFY(!first && !second);
-    QVERIFY(!ToastManager::shared().completion.toastView);
-    QTest::qWait(60);
-    QCOMPARE(m_log, QString());
-}
-
-void ToastLifetimeTest::toastIsDeleted_data()
-{
-    QTest::addColumn<QString>("moment");
-    QTest::addColumn<QString>("log");
-    QTest::newRow("fading in") << "fading in"
-                               << "a";
-    QTest::newRow("shown") << "shown"
-                           << "a";
-    QTest::newRow("fading out") << "fading out"
-                                << "a";
-    QTest::newRow("queued") << "queued"
-                            << "a";
-}
-
-void ToastLifetimeTest::toastIsDeleted()
-{
-    QFETCH(QString, moment);
-    ToastManager::shared().isQueueEnabled = true;
-    const QPointer first = toast(QStringLiteral("a"));
-    const QPointer second = toast(QStringLiteral("b"));
-    const QPointer third = toast(QStringLiteral("c"));
-    if (moment != QLatin1String("fading in"))
-        QTRY_VERIFY(first->property(ToastKeys::timer).isValid());
-    if (moment == QLatin1String("fading out"))
-        hideToast(m_host);
-    const bool queued = moment == QLatin1String("queued");
-    delete (queued ? second.data() : first.data());
-    if (queued)
-        hideToast(m_host);
-    // The queue does not wait for a toast that is no more.
-    QTRY_COMPARE(active(), ToastArray{queued ? third : second});
-    QTEST(m_log, "log");
-    delete m_host;
-}
-
-void ToastLifetimeTest::callback_data()
-{
-    QTest::addColumn<QString>("action");
-    QTest::addColumn<QString>("log");
-    QTest::newRow("shows another") << "shows another"
-                                   << "new";
-    QTest::newRow("hides all") << "hides all"
-                               << "b";
-    QTest::newRow("clears the queue") << "clears the queue"
-                                      << "";
-    QTest::newRow("deletes the host") << "deletes the host"
-                                      << "";
-    QTest::newRow("deletes the toast") << "deletes the toast"
-                                       << "";
-}
-
-void ToastLifetimeTest::callback()
-{
-    QFETCH(QString, action);
-    QPointer<QWidget> first;
-    makeToast(m_host, action, 0s, ToastPosition::top, {}, {}, ToastManager::shared().style,
-              [&](bool) {
-                  if (action == QLatin1String("shows another"))
-                      toast(QStringLiteral("new"), 0s);
-                  else if (action == QLatin1String("hides all"))
-                      hideAllToasts(m_host, true, true);
-                  else if (action == QLatin1String("clears the queue"))
-                      clearToastQueue(m_host);
-                  else if (action == QLatin1String("deletes the host"))
-                      delete m_host;
-                  else
-                      delete first;
-              });
-    first = active().first();
-    toast(QStringLiteral("b"));
-    ToastManager::shared().isQueueEnabled = true;
-    toast(QStringLiteral("c"));
-    ToastManager::shared().isQueueEnabled = action != QLatin1String("shows another");
-    QTRY_VERIFY(!first);
-    QTest::qWait(120);
-    QTEST(m_log, "log");
-    delete m_host;
-}
-
-void ToastLifetimeTest::hostThatTookATapIsDeleted()
-{
-    const QPointer first = toast(QStringLiteral("a"));
-    auto *later = new QWidget;
-    makeToast(later, QStringLiteral("later"));
-    QTest::mouseClick(first, Qt::LeftButton);
-    delete later;
-    QTRY_COMPARE(m_log, QStringLiteral("a"));
-    QCOMPARE(active(), ToastArray{first});
-    delete m_host;
-    QVERIFY(!first);
-}
 
 QTEST_MAIN(ToastLifetimeTest)
 #include "tst_toast_lifetime.moc"
