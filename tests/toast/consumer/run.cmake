@@ -27,11 +27,12 @@ step(${CMAKE_COMMAND} -G ${GENERATOR} -S ${SOURCE_DIR} -B ${WORK_DIR}/build
 step(${CMAKE_COMMAND} --build ${WORK_DIR}/build)
 step(${WORK_DIR}/build/toast_consumer)
 
+# Qt Gui brings the GL libraries along.
 step(${READELF} -d ${WORK_DIR}/build/toast_consumer)
 string(REGEX MATCHALL "NEEDED[^\n]*\\[[^\n]*\\]" needed "${output}")
 foreach(line IN LISTS needed)
     string(REGEX REPLACE ".*\\[(.*)\\]" "\\1" library "${line}")
-    if(NOT library MATCHES "^lib(Qt6(Core|Gui|Widgets)|stdc\\+\\+|m|gcc_s|c|asan|ubsan)\\.so|^ld-")
+    if(NOT library MATCHES "^lib(Qt6(Core|Gui|Widgets)|stdc\\+\\+|m|gcc_s|c|asan|ubsan|GLX|OpenGL)\\.so|^ld-")
         message(FATAL_ERROR "The toast library needs ${library}.")
     endif()
 endforeach()
