@@ -24,6 +24,7 @@ constexpr std::array options{
     Option{"allow-origin", "ORIGIN", "a further origin that may call (repeatable)"},
     Option{"temp-dir", "DIR", "the application's temporary directory"},
     Option{"pictures-dir", "DIR", "photo library and album (default: the user's pictures folder)"},
+    Option{"camera-image", "FILE", "a picture before a virtual camera (default: a real camera)"},
     Option{"device", "phone|tablet", "interface idiom and window size"},
     Option{"size", "WxH", "window size in points"},
     Option{"color-scheme", "light|dark", "default: the system's; the page sees it too"},
@@ -35,7 +36,8 @@ constexpr std::array options{
     Option{"screenshots", "DIR", "save the window as PNG after each reply and each screen"},
     Option{"tour", nullptr, "play the built-in demo unattended and quit"},
     Option{"answer-picker", "FILE[,FILE...]",
-           "pick these files in the next picker, or cancel it with the word cancel (repeatable)"},
+           "pick these files in the next picker; the word photo takes one with the camera, the "
+           "word cancel cancels (repeatable)"},
     Option{"remote-debugging-port", "PORT", "let a browser's developer tools connect"},
     Option{"help", nullptr, "show this text"},
     Option{"version", nullptr, "show the version"},
@@ -77,6 +79,7 @@ public:
         readDevice();
         readSystem();
         readPickerAnswers();
+        readCamera();
         readPage();
         result.urlTransformer = !m_parser.isSet(u"no-url-transformer"_s);
         result.offscreen = m_parser.isSet(u"offscreen"_s);
@@ -174,12 +177,26 @@ private:
         }
     }
 
+    void readCamera()
+    {
+        const auto path = value(u"camera-image"_s);
+        if (!path)
+            return;
+        if (!QFileInfo(*path).isFile())
+            refuse(u"camera-image"_s, u"names no file: %1"_s.arg(*path));
+        result.cameraImage = QDir::cleanPath(QDir::current().absoluteFilePath(*path));
+    }
+
     void readPickerAnswers()
     {
         const QStringList values = m_parser.values(u"answer-picker"_s);
         for (const QString &value : values) {
             if (value == u"cancel") {
                 result.pickerAnswers.append(std::nullopt);
+                continue;
+            }
+            if (value == u"photo") {
+                result.pickerAnswers.append(QStringList());
                 continue;
             }
             // A file may well have a comma in its name.

@@ -26,6 +26,7 @@ struct HostOptions
     AllowedOrigins allowedOrigins;
     QString temporaryDirectory; ///< absolute; empty for the default
     QString picturesDirectory;  ///< absolute; empty for the default
+    QString cameraImage;        ///< absolute; empty for the device's camera
     UIUserInterfaceIdiom idiom = UIUserInterfaceIdiom::phone;
     QSize size{390, 844}; ///< of the window, in points
     ColorScheme colorScheme = ColorScheme::system;

@@ -32,7 +32,54 @@ QPainterPath ridge(const QSizeF &size, double height, double swing, double waves
     return path;
 }
 
-QByteArray coast()
+struct Band
+{
+    double height, swing, waves, phase;
+    QRgb color;
+};
+
+/// A drawn landscape: a sky of three colours, the sun or the moon, and what lies below it.
+struct Landscape
+{
+    std::array<QRgb, 3> sky;
+    QRgb light;
+    QPointF lightAt;
+    double lightSize;
+    std::array<Band, 6> bands;
+};
+
+constexpr Landscape coast{{0xff28406f, 0xffd98a6a, 0xfff8d79a},
+                          0xfffff1cd,
+                          {1080, 610},
+                          96,
+                          {Band{0.50, 0.035, 7.0, 0.4, 0xff6d6a8f},
+                           {0.57, 0.030, 9.0, 2.1, 0xff4a5480},
+                           {0.66, 0.008, 21.0, 0.0, 0xff35648c},
+                           {0.75, 0.010, 17.0, 1.2, 0xff27517a},
+                           {0.85, 0.012, 13.0, 2.6, 0xff1b3d61},
+                           {0.93, 0.018, 5.0, 4.0, 0xff142536}}};
+constexpr Landscape dunes{{0xff5fa8d8, 0xffbfe0ee, 0xfffdf0d2},
+                          0xfffffbe8,
+                          {380, 300},
+                          80,
+                          {Band{0.52, 0.030, 5.0, 1.0, 0xffe9cfa0},
+                           {0.60, 0.040, 4.0, 3.0, 0xffe0bb7f},
+                           {0.69, 0.045, 3.5, 0.3, 0xffd3a560},
+                           {0.78, 0.040, 4.5, 2.2, 0xffc08c49},
+                           {0.87, 0.035, 3.0, 4.1, 0xffa87539},
+                           {0.95, 0.020, 6.0, 1.5, 0xff8b5e2e}}};
+constexpr Landscape night{{0xff0b1026, 0xff1d2b53, 0xff3b4a7a},
+                          0xfff3f1e0,
+                          {1180, 260},
+                          60,
+                          {Band{0.56, 0.050, 8.0, 0.9, 0xff2a355e},
+                           {0.63, 0.045, 6.0, 2.4, 0xff222c50},
+                           {0.71, 0.035, 10.0, 0.2, 0xff1a2342},
+                           {0.79, 0.030, 7.0, 3.3, 0xff141b35},
+                           {0.87, 0.025, 9.0, 1.1, 0xff0f1529},
+                           {0.94, 0.020, 5.0, 4.5, 0xff0a0e1d}}};
+
+QByteArray drawn(const Landscape &landscape, const char *format)
 {
     const QSize size(1600, 1200);
     QImage image(size, QImage::Format_RGB32);
@@ -40,24 +87,14 @@ QByteArray coast()
     painter.setRenderHint(QPainter::Antialiasing);
 
     QLinearGradient sky(0, 0, 0, size.height() * 0.62);
-    sky.setColorAt(0.0, QColor(0xff28406f));
-    sky.setColorAt(0.55, QColor(0xffd98a6a));
-    sky.setColorAt(1.0, QColor(0xfff8d79a));
+    sky.setColorAt(0.0, QColor(landscape.sky[0]));
+    sky.setColorAt(0.55, QColor(landscape.sky[1]));
+    sky.setColorAt(1.0, QColor(landscape.sky[2]));
     painter.fillRect(image.rect(), sky);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(QColor(255, 241, 205));
-    painter.drawEllipse(QPointF(1080, 610), 96, 96);
-
-    struct Band
-    {
-        double height, swing, waves, phase;
-        QRgb color;
-    };
-    constexpr std::array bands{
-        Band{0.50, 0.035, 7.0, 0.4, 0xff6d6a8f},  Band{0.57, 0.030, 9.0, 2.1, 0xff4a5480},
-        Band{0.66, 0.008, 21.0, 0.0, 0xff35648c}, Band{0.75, 0.010, 17.0, 1.2, 0xff27517a},
-        Band{0.85, 0.012, 13.0, 2.6, 0xff1b3d61}, Band{0.93, 0.018, 5.0, 4.0, 0xff142536}};
-    for (const Band &band : bands) {
+    painter.setBrush(QColor(landscape.light));
+    painter.drawEllipse(landscape.lightAt, landscape.lightSize, landscape.lightSize);
+    for (const Band &band : landscape.bands) {
         painter.setBrush(QColor(band.color));
         painter.drawPath(ridge(size, band.height, band.swing, band.waves, band.phase));
     }
@@ -66,7 +103,7 @@ QByteArray coast()
     QByteArray bytes;
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::WriteOnly);
-    image.save(&buffer, "JPEG", 88);
+    image.save(&buffer, format, 88);
     return bytes;
 }
 
@@ -136,7 +173,11 @@ QByteArray soundings()
 std::optional<DemoFile> demoFile(const QString &name)
 {
     if (name == u"coast.jpg")
-        return DemoFile{coast(), "image/jpeg"_ba};
+        return DemoFile{drawn(coast, "JPEG"), "image/jpeg"_ba};
+    if (name == u"dunes.jpg")
+        return DemoFile{drawn(dunes, "JPEG"), "image/jpeg"_ba};
+    if (name == u"night.png")
+        return DemoFile{drawn(night, "PNG"), "image/png"_ba};
     if (name == u"notes.txt")
         return DemoFile{notes(), "text/plain;charset=utf-8"_ba};
     if (name == u"soundings.zkd")

@@ -13,6 +13,7 @@
 #include "platform/foundation/file_reader.h"
 #include "platform/foundation/system_version.h"
 #include "platform/photos/saved_photos_album.h"
+#include "platform/photos_ui/camera_device.h"
 #include "platform/ui/theme.h"
 #include "platform/ui/ui_device.h"
 
@@ -94,6 +95,7 @@ int main(int argc, char **argv)
     }
     if (!options.picturesDirectory.isEmpty())
         setPicturesDirectory(options.picturesDirectory);
+    setVirtualCameraImage(options.cameraImage);
     setAddressResolver([](const URL &url) { return containerPath(url.toQUrl()); });
 
     std::optional<LocalPage> localPage;
@@ -120,7 +122,7 @@ int main(int argc, char **argv)
         answers.append(answer);
     std::optional<Tour> tour;
     if (options.tour) {
-        tour.emplace(host, answers);
+        tour.emplace(host, answers, options);
         QObject::connect(&*tour, &Tour::finished, &application,
                          [](int faults) { QApplication::exit(faults == 0 ? 0 : 1); });
     }

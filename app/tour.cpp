@@ -1,16 +1,20 @@
 #include "app/tour.h"
 
+#include "app/command_line.h"
 #include "app/demo_files.h"
 #include "app/host_application.h"
 #include "app/picker_answers.h"
 #include "app/screenshots.h"
 #include "app/web_view_controller.h"
 #include "platform/foundation/console.h"
+#include "platform/photos/saved_photos_album.h"
+#include "platform/photos_ui/camera_device.h"
 #include "platform/ui/ui_activity_view_controller.h"
 #include "platform/ui/ui_navigation_bar.h"
 #include "platform/ui/ui_window.h"
 
 #include <QDeadlineTimer>
+#include <QDir>
 #include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -39,8 +43,10 @@ QString outcome(const ScriptReply &reply)
 
 } // namespace
 
-Tour::Tour(HostApplication &host, PickerAnswers &answers) : m_host(host), m_answers(answers)
+Tour::Tour(HostApplication &host, PickerAnswers &answers, const HostOptions &options)
+    : m_host(host), m_answers(answers)
 {
+    prepareDevice(options);
     m_poll.setInterval(pollTime);
     connect(&host.bridge(), &ScriptBridge::called, this,
             [](const QString &command, const QString &arguments) {
@@ -56,6 +62,24 @@ Tour::Tour(HostApplication &host, PickerAnswers &answers) : m_host(host), m_answ
         Qt::SingleShotConnection);
     connect(&host.webViewController(), &WebViewController::failed, this,
             [this] { emit finished(1); });
+}
+
+void Tour::prepareDevice(const HostOptions &options)
+{
+    if (options.picturesDirectory.isEmpty())
+        setPicturesDirectory(m_documents.filePath(u"Pictures"_s));
+    if (options.cameraImage.isEmpty())
+        setVirtualCameraImage(place(u"dunes.jpg"_s, m_documents.path()));
+}
+
+QString Tour::place(const QString &name, const QString &folder) const
+{
+    const auto contents = demoFile(name);
+    QDir().mkpath(folder);
+    QFile file(QDir(folder).filePath(name));
+    if (contents && file.open(QIODevice::WriteOnly))
+        file.write(contents->contents);
+    return file.fileName();
 }
 
 void Tour::readCards()
@@ -102,14 +126,14 @@ void Tour::prepareAnswer()
         m_answers.append(std::nullopt);
         return;
     }
-    QStringList paths;
-    for (const QString &name : names) {
-        const auto contents = demoFile(name);
-        QFile file(m_documents.filePath(name));
-        if (contents && file.open(QIODevice::WriteOnly))
-            file.write(contents->contents);
-        paths.append(file.fileName());
+    if (names == QStringList{u"photo"_s}) {
+        m_answers.append(QStringList());
+        return;
     }
+    const bool isPhotos = !m_cards.at(m_card)[u"photos"_s].toString().isEmpty();
+    QStringList paths;
+    for (const QString &name : names)
+        paths.append(place(name, isPhotos ? picturesDirectory() : m_documents.path()));
     m_answers.append(paths);
 }
 

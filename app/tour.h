@@ -10,6 +10,7 @@
 namespace zelkam {
 
 class HostApplication;
+struct HostOptions;
 class PickerAnswers;
 
 /// Plays the demo unattended: presses each card's button in order, answers its picker, waits for
@@ -20,7 +21,9 @@ class Tour : public QObject
     Q_OBJECT
 
 public:
-    Tour(HostApplication &host, PickerAnswers &answers);
+    /// Where the options name no pictures folder and no picture for the camera, the tour has its
+    /// own: nothing is read from, or added to, what is the person's.
+    Tour(HostApplication &host, PickerAnswers &answers, const HostOptions &options);
 
 signals:
     /// The tour is over. The faults are replies that were not the expected ones, and things that
@@ -28,6 +31,8 @@ signals:
     void finished(int faults);
 
 private:
+    void prepareDevice(const HostOptions &options);
+    QString place(const QString &name, const QString &folder) const;
     void readCards();
     void playNext();
     void prepareAnswer();

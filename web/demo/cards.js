@@ -5,7 +5,9 @@
 //   screen  "preview" when the call ends with a screen that has to be closed
 //   share   the tour opens the share sheet on the way
 //   before  something that the page does first
-//   answer  what the tour picks: names of demo files, or "cancel"
+//   answer  what the tour picks: names of demo files, "photo" for one that the camera takes, or
+//           "cancel"
+//   photos  the files lie in the photo library
 
 const icons = {
     image: 'M4 5h16v14H4zM4 16l5-5 4 4 3-3 4 4M15.5 9.5h.01',
@@ -18,6 +20,7 @@ const icons = {
     tag: 'M4 4h8l8 8-8 8-8-8zM8.5 8.5h.01',
     key: 'M14 10a4 4 0 1 0-3.5 4L13 12h2v-2h2V8h3V5h-3z',
     alert: 'M12 4l9 16H3zM12 10v4M12 17h.01',
+    camera: 'M4 8h4l2-3h4l2 3h4v11H4zM12 16a3.2 3.2 0 1 0-.01 0',
     clock: 'M12 3a9 9 0 1 0 .01 0M12 7v5l3 2',
 };
 
@@ -26,6 +29,11 @@ const download = (card) => ({
 });
 const pick = (card) => ({
     command: 'filePicker', button: 'Pick', icon: 'document', expect: ['success'], ...card,
+});
+
+const photo = (card) => ({
+    command: 'imagePicker', button: 'Pick', icon: 'image', expect: ['success'], photos: true,
+    ...card,
 });
 
 export const sections = [
@@ -161,6 +169,49 @@ export const sections = [
                 about: 'A cancel is a success without data.',
                 args: { extension: 'pdf', multiselect: false, maxcount: 1, type: 1 },
                 answer: 'cancel',
+            }),
+        ],
+    },
+    {
+        title: 'Take and pick photos',
+        lead: 'From the library or the camera; each comes as a data URL, upright and without a place.',
+        cards: [
+            photo({
+                title: 'One photo',
+                about: 'A tap in the library chooses it.',
+                args: {},
+                answer: 'coast.jpg',
+            }),
+            photo({
+                title: 'The camera',
+                about: 'Take one, look at it, use it or take another.',
+                icon: 'camera',
+                button: 'Open',
+                args: { camera: true },
+                answer: 'photo',
+            }),
+            photo({
+                title: 'Several photos',
+                about: 'Up to three, in the order in which they were tapped.',
+                icon: 'stack',
+                args: { multiselect: true, maxcount: 3, camera: true },
+                answer: 'night.png coast.jpg dunes.jpg',
+            }),
+            photo({
+                title: 'Several, made smaller',
+                about: 'Each is scaled while it is decoded, and encoded as asked.',
+                icon: 'stack',
+                args: {
+                    multiselect: true, resizeWidth: 320, resizeHeight: 240, resizeQuality: 0.8,
+                },
+                answer: 'coast.jpg dunes.jpg',
+            }),
+            photo({
+                title: 'None, after all',
+                about: 'A cancel is an error with a status of its own.',
+                args: { multiselect: true },
+                answer: 'cancel',
+                expect: ['2045'],
             }),
         ],
     },

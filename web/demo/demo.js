@@ -91,6 +91,7 @@ for (const section of sections) {
         article.dataset.screen = card.screen ?? '';
         article.dataset.share = card.share ? 'yes' : '';
         article.dataset.answer = card.answer ?? '';
+        article.dataset.photos = card.photos ? 'yes' : '';
         article.querySelector('path').setAttribute('d', iconPath(card.icon));
         article.querySelector('h3').textContent = card.title;
         article.querySelector('.about').textContent = card.about;

@@ -56,9 +56,28 @@ function preview(address, name) {
     return figure;
 }
 
-// The shapes that a picker's reply has: an address, a record with one or with content, or a list.
+function photo(dataUrl) {
+    const kind = dataUrl.slice('data:image/'.length, dataUrl.indexOf(';')).toUpperCase();
+    const image = document.createElement('img');
+    const caption = document.createElement('figcaption');
+    const bytes = Math.floor((dataUrl.length - dataUrl.indexOf(',') - 1) * 3 / 4);
+    image.onload = () => {
+        caption.textContent =
+            `${kind} · ${image.naturalWidth} × ${image.naturalHeight} · ${sizeText(bytes)}`;
+    };
+    image.src = dataUrl;
+    image.alt = 'The photo';
+    const figure = document.createElement('figure');
+    figure.append(image, caption);
+    return figure;
+}
+
+// The shapes that a picker's reply has: an address, a record with one or with content, or a list;
+// a photo is a record with its data URL, or the URL.
 export function previewsOf(data) {
     return [data].flat().flatMap((item) => {
+        if (typeof item === 'string' && item.startsWith('data:image/')) return [photo(item)];
+        if (item && item.image) return [photo(item.image)];
         if (typeof item === 'string' && item.includes('://')) return [preview(item, nameOf(item))];
         if (item && item.fileUri) return [preview(item.fileUri, nameOf(item.fileUri))];
         if (item && item.data) return [preview(item.data, item.fileName ?? 'no name')];

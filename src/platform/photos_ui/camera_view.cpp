@@ -12,7 +12,8 @@ namespace zelkam {
 CameraView::CameraView()
     : m_message(new DocumentPickerMessage(this)),
       m_shutter(new ShutterButton(this)),
-      m_switch(new CameraTextButton(tr("Switch camera"), QStringLiteral("view-refresh-symbolic"), this)),
+      m_switch(
+          new CameraTextButton(tr("Switch camera"), QStringLiteral("view-refresh-symbolic"), this)),
       m_cancel(new CameraTextButton(tr("Cancel"), {}, this)),
       m_retake(new CameraTextButton(tr("Retake"), {}, this)),
       m_use(new CameraTextButton(tr("Use photo"), {}, this))
@@ -85,6 +86,8 @@ void CameraView::setState(State state)
         m_shutter->setFocus();
     update();
     emit stateChanged();
+    if (state == State::review)
+        emit reviewed();
 }
 
 void CameraView::takePhoto()

@@ -39,6 +39,8 @@ signals:
     void cancelled();
     void taken(const QImage &image);
     void stateChanged();
+    /// A photo was taken and waits to be used or retaken.
+    void reviewed();
 
 protected:
     void paintEvent(QPaintEvent *event) override;

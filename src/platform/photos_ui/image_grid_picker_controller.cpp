@@ -18,13 +18,19 @@ public:
     void imagePickerController(UIImagePickerController *picker,
                                const QVariantMap &didFinishPickingMediaWithInfo) override
     {
-        m_owner.add(didFinishPickingMediaWithInfo.value(UIImagePickerControllerOriginalImage)
-                        .value<QImage>());
-        picker->dismiss(true);
+        const auto photo = didFinishPickingMediaWithInfo.value(UIImagePickerControllerOriginalImage)
+                               .value<QImage>();
+        picker->dismiss(true, [owner = m_owner.weak_from_this(), photo] {
+            if (const auto self = std::static_pointer_cast<ImageGridPickerController>(owner.lock()))
+                self->add(photo);
+        });
     }
     void imagePickerControllerDidCancel(UIImagePickerController *picker) override
     {
-        picker->dismiss(true);
+        picker->dismiss(true, [owner = m_owner.weak_from_this()] {
+            if (const auto self = std::static_pointer_cast<ImageGridPickerController>(owner.lock()))
+                emit self->photoTaken();
+        });
     }
 
 private:
@@ -122,8 +128,10 @@ void ImageGridPickerController::openCamera()
 void ImageGridPickerController::add(const QImage &photo)
 {
     const auto image = UIImage::fromQImage(photo);
-    if (!image)
+    if (!image) {
+        emit photoTaken();
         return;
+    }
     UIImageWriteToSavedPhotosAlbum(
         *image, [self = std::weak_ptr(std::static_pointer_cast<ImageGridPickerController>(
                      shared_from_this()))](const std::optional<QString> &filePath) {
@@ -131,12 +139,13 @@ void ImageGridPickerController::add(const QImage &photo)
             if (!picker || picker->m_answered)
                 return;
             const auto asset = filePath ? PHPhotoLibrary::shared().insert(*filePath) : std::nullopt;
-            if (!asset) {
+            if (asset) {
+                picker->m_library->grid().scrollTo(*asset);
+                picker->tap(*asset);
+            } else {
                 picker->m_library->showNotice(tr("The photo could not be saved."));
-                return;
             }
-            picker->m_library->grid().scrollTo(*asset);
-            picker->tap(*asset);
+            emit picker->photoTaken();
         });
 }
 

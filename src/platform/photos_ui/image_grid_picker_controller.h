@@ -65,6 +65,8 @@ public:
 
 signals:
     void selectionShown();
+    /// The camera was closed; a photo that was taken is selected, if it could be.
+    void photoTaken();
     /// The library, or the reason why there are no photos, is on the screen.
     void ready();
 

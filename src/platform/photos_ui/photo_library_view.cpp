@@ -172,7 +172,8 @@ void PhotoLibraryView::showLibrary()
     if (m_grid->hasItems()) {
         m_pages->setCurrentWidget(m_grid);
     } else if (library.isUnavailable()) {
-        m_message->showText(QStringLiteral("folder-pictures-symbolic"), tr("There is no pictures folder"),
+        m_message->showText(QStringLiteral("folder-pictures-symbolic"),
+                            tr("There is no pictures folder"),
                             tr("It is missing, or cannot be read."));
         m_pages->setCurrentWidget(m_message);
     } else {

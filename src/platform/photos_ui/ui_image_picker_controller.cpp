@@ -46,13 +46,14 @@ void UIImagePickerController::viewDidLoad()
         connect(m_camera, &CameraView::cancelled, this, &UIImagePickerController::cancel);
         connect(m_camera, &CameraView::taken, this, &UIImagePickerController::finish);
         connect(m_camera, &CameraView::stateChanged, this, [this] {
-            if (m_camera->state() == CameraView::State::live)
-                emit ready();
+            if (m_camera->state() == CameraView::State::live ||
+                m_camera->state() == CameraView::State::unavailable)
+                becomeReady();
         });
         return;
     }
     connect(m_library, &PhotoLibraryView::cancelled, this, &UIImagePickerController::cancel);
-    connect(m_library, &PhotoLibraryView::ready, this, &UIImagePickerController::ready);
+    connect(m_library, &PhotoLibraryView::ready, this, &UIImagePickerController::becomeReady);
     connect(&m_library->grid(), &PhotoGridView::tapped, this,
             [this](const PHAsset &asset) { pick(asset.filePath()); });
 }
@@ -64,11 +65,11 @@ void UIImagePickerController::viewDidAppear(bool animated)
         m_camera->setIsSeen(true);
         m_camera->setFocus();
         if (m_camera->state() == CameraView::State::unavailable)
-            emit ready();
+            becomeReady();
     } else {
         m_library->grid().setFocus();
         if (m_library->isReady())
-            emit ready();
+            becomeReady();
     }
 }
 
@@ -77,6 +78,21 @@ void UIImagePickerController::viewDidDisappear(bool animated)
     UIViewController::viewDidDisappear(animated);
     if (m_camera)
         m_camera->setIsSeen(false);
+}
+
+void UIImagePickerController::becomeReady()
+{
+    if (!std::exchange(m_ready, true))
+        emit ready();
+}
+
+void UIImagePickerController::whenReady(std::function<void()> then)
+{
+    if (m_ready)
+        QMetaObject::invokeMethod(this, std::move(then), Qt::QueuedConnection);
+    else
+        connect(this, &UIImagePickerController::ready, this, std::move(then),
+                Qt::SingleShotConnection);
 }
 
 void UIImagePickerController::pick(const QString &filePath)

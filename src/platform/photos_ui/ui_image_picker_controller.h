@@ -6,6 +6,7 @@
 #include <QPointer>
 #include <QString>
 #include <QVariantMap>
+#include <functional>
 #include <memory>
 
 namespace zelkam {
@@ -60,6 +61,10 @@ public:
     void pick(const QString &filePath);
     void cancel();
 
+    /// Runs something as soon as `ready` is sent, or at the next turn of the event loop when it
+    /// has been sent already.
+    void whenReady(std::function<void()> then);
+
     /// The camera's screen, for whoever acts in a person's place; null with the library.
     CameraView *cameraView() const;
 
@@ -70,17 +75,20 @@ public:
 
 signals:
     /// The photos, the first frame of the camera, or the reason why there are none, are shown.
+    /// Sent once.
     void ready();
 
 protected:
     QWidget *loadView() override;
 
 private:
+    void becomeReady();
     void finish(const QImage &image);
 
     std::weak_ptr<UIImagePickerControllerDelegate> m_delegate;
     QPointer<PhotoLibraryView> m_library;
     QPointer<CameraView> m_camera;
+    bool m_ready = false;
     bool m_chosen = false;   ///< something is being read
     bool m_answered = false; ///< the delegate knows
 };
