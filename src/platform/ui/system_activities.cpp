@@ -1,9 +1,8 @@
 #include "platform/ui/system_activities.h"
 
 #include "platform/foundation/dispatch_queue.h"
-#include "platform/foundation/file_reader.h"
 #include "platform/ui/background_work.h"
-#include "platform/ui/preview_file.h"
+#include "platform/ui/shared_files.h"
 
 #include <QClipboard>
 #include <QCoreApplication>
@@ -18,7 +17,6 @@
 #include <QMimeDatabase>
 #include <QPointer>
 #include <QProcess>
-#include <QSaveFile>
 #include <QStandardPaths>
 #include <QUrl>
 
@@ -274,59 +272,6 @@ QList<std::shared_ptr<UIActivity>> systemActivities()
     return {std::make_shared<OpenActivity>(), std::make_shared<SaveCopyActivity>(),
             std::make_shared<CopyFileActivity>(), std::make_shared<MailActivity>(),
             std::make_shared<ShowInFolderActivity>()};
-}
-
-std::optional<QStringList> sharedFilePaths(const QList<URL> &items)
-{
-    QStringList paths;
-    for (const URL &item : items) {
-        const auto path = localPath(item);
-        if (!path || !QFileInfo(*path).isFile())
-            return std::nullopt;
-        paths.append(*path);
-    }
-    if (paths.isEmpty())
-        return std::nullopt;
-    return paths;
-}
-
-std::unique_ptr<QMimeData> fileMimeData(const QStringList &paths)
-{
-    auto data = std::make_unique<QMimeData>();
-    QList<QUrl> addresses;
-    QByteArray gnome = "copy";
-    for (const QString &path : paths) {
-        addresses.append(QUrl::fromLocalFile(path));
-        gnome += '\n' + addresses.last().toEncoded();
-    }
-    data->setUrls(addresses);
-    data->setText(paths.join(u'\n'));
-    data->setData(QStringLiteral("x-special/gnome-copied-files"), gnome);
-    return data;
-}
-
-QString copyFile(const QString &from, const QString &to)
-{
-    const PreviewFile source = openPreviewFile(URL::fromFilePath(from));
-    if (!source.device)
-        return sentence("The file cannot be read.");
-    QSaveFile target(to);
-    const auto failure = [&target] {
-        return sentence("The copy could not be saved: %1").arg(target.errorString());
-    };
-    if (!target.open(QIODevice::WriteOnly))
-        return failure();
-    QByteArray buffer(1 << 20, Qt::Uninitialized);
-    while (true) {
-        const qint64 count = source.device->read(buffer.data(), buffer.size());
-        if (count < 0)
-            return sentence("The file cannot be read.");
-        if (count == 0)
-            break;
-        if (target.write(buffer.constData(), count) != count)
-            return failure();
-    }
-    return target.commit() ? QString() : failure();
 }
 
 } // namespace zelkam

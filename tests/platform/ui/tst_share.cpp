@@ -1,3 +1,4 @@
+#include "platform/ui/shared_files.h"
 #include "platform/ui/system_activities.h"
 #include "platform/ui/theme.h"
 #include "platform/ui/ui_activity_view_controller.h"
