@@ -11,12 +11,14 @@ namespace zelkam {
 
 namespace {
 
-std::optional<QString> typeOfExtension(QStringView extension)
+QString typeOfExtension(QStringView extension)
 {
-    if (!isSystemVersionAtLeast(14, 0))
-        return mimeTypesValue(extension);
+    if (!isSystemVersionAtLeast(14, 0)) {
+        const QStringView found = mimeTypesValue(extension);
+        return QString::fromRawData(found.data(), found.size());
+    }
     const auto type = UTType::fromFilenameExtension(extension, UTType::data);
-    return type ? type->preferredMIMEType() : std::nullopt;
+    return type ? type->preferredMIMEType().value_or(QString()) : QString();
 }
 
 } // namespace
@@ -33,8 +35,8 @@ QStringView pathExtension(QStringView path)
 
 QString mimeType(QStringView path)
 {
-    return typeOfExtension(pathExtension(path))
-        .value_or(QStringLiteral("application/octet-stream"));
+    const QString type = typeOfExtension(pathExtension(path));
+    return type.isEmpty() ? QStringLiteral("application/octet-stream") : type;
 }
 
 QString mimeType(const QString &path)

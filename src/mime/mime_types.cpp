@@ -1,5 +1,6 @@
 #include "mime/mime_types.h"
 
+#include <QString>
 #include <algorithm>
 #include <array>
 #include <cstdint>
@@ -105,39 +106,75 @@ constexpr MimeTypesRow rows[] = {
     {u"avi", u"video/x-msvideo"},
 };
 
-/// The longest extension that fits a key.
-constexpr qsizetype maxExtension = 7;
+constexpr qsizetype maxExtension = 8;
 constexpr int slotBits = 9;
 constexpr size_t slotCount = size_t(1) << slotBits;
 
+/// Up to eight letters in lower case, each in 16 bits: the first four and the last four, which
+/// overlap in a shorter extension. The length stands in the highest byte, which no ASCII letter
+/// reaches; an empty slot has a length of 0.
+struct Key
+{
+    std::uint64_t first = 0;
+    std::uint64_t last = 0;
+
+    friend constexpr bool operator==(const Key &, const Key &) = default;
+};
+
 struct Slot
 {
-    std::uint64_t key = 0; ///< 0 in an empty slot: no extension has it
+    Key key;
     QStringView mimeType;
 };
 
-/// The extension as eight bytes, in lower case, behind a 1 that tells the lengths apart; nothing
-/// for what is too long or not ASCII.
-constexpr std::optional<std::uint64_t> keyOf(QStringView extension)
+/// Compilers make one load of this.
+constexpr std::uint64_t twoLetters(const char16_t *text)
 {
-    if (extension.size() > maxExtension)
-        return std::nullopt;
-    std::uint64_t key = 1;
-    unsigned all = 0;
-    for (qsizetype i = 0; i < extension.size(); ++i) {
-        unsigned code = extension.utf16()[i];
-        all |= code;
-        code |= code >= 'A' && code <= 'Z' ? 0x20u : 0u;
-        key = key << 8 | (code & 0xFFu);
-    }
-    if (all > 0x7F)
-        return std::nullopt;
-    return key;
+    return std::uint64_t(text[0]) | std::uint64_t(text[1]) << 16;
 }
 
-constexpr size_t slotOf(std::uint64_t key, std::uint64_t multiplier)
+constexpr std::uint64_t fourLetters(const char16_t *text)
 {
-    return static_cast<size_t>(key * multiplier >> (64 - slotBits));
+    return twoLetters(text) | std::uint64_t(text[2]) << 32 | std::uint64_t(text[3]) << 48;
+}
+
+constexpr std::uint64_t inEachLetter(std::uint64_t value)
+{
+    return value * 0x0001000100010001u;
+}
+
+/// Four ASCII letters in lower case, without a branch. The sums set the bit above ASCII in what is
+/// at least an "A", and in what is beyond a "Z".
+constexpr std::uint64_t lowered(std::uint64_t letters)
+{
+    const std::uint64_t capitals = (letters + inEachLetter(0x80 - 'A')) &
+                                   ~(letters + inEachLetter(0x7F - 'Z')) & inEachLetter(0x80);
+    return letters | capitals >> 2;
+}
+
+/// The key of an empty slot for what is empty, too long or not ASCII.
+constexpr Key keyOf(QStringView extension)
+{
+    const qsizetype size = extension.size();
+    if (size == 0 || size > maxExtension)
+        return {};
+    const char16_t *text = extension.utf16();
+    Key key;
+    if (size >= 4)
+        key = {fourLetters(text), fourLetters(text + size - 4)};
+    else if (size >= 2)
+        key.first = twoLetters(text) | twoLetters(text + size - 2) << 32;
+    else
+        key.first = text[0];
+    if (((key.first | key.last) & ~inEachLetter(0x7F)) != 0)
+        return {};
+    return Key{lowered(key.first) | std::uint64_t(size) << 56, lowered(key.last)};
+}
+
+constexpr size_t slotOf(const Key &key, std::uint64_t multiplier)
+{
+    const std::uint64_t both = key.first + key.last * 0x9e3779b97f4a7c15u;
+    return static_cast<size_t>(both * multiplier >> (64 - slotBits));
 }
 
 /// Whether the multiplier sends each row to a slot of its own.
@@ -145,7 +182,7 @@ constexpr bool isPerfect(std::uint64_t multiplier)
 {
     std::array<bool, slotCount> taken = {};
     for (const MimeTypesRow &row : rows) {
-        bool &slot = taken[slotOf(*keyOf(row.extension), multiplier)];
+        bool &slot = taken[slotOf(keyOf(row.extension), multiplier)];
         if (slot)
             return false;
         slot = true;
@@ -155,13 +192,13 @@ constexpr bool isPerfect(std::uint64_t multiplier)
 
 // Found by trying. A row that is added and meets another in its slot stops the compiler; then try
 // on, for example with odd numbers from a random generator.
-constexpr std::uint64_t multiplier = 0x1ad6753917d68e7du;
+constexpr std::uint64_t multiplier = 0x4f460f3c30102e51u;
 static_assert(isPerfect(multiplier));
 
 constexpr std::array<Slot, slotCount> table = [] {
     std::array<Slot, slotCount> result = {};
     for (const MimeTypesRow &row : rows) {
-        const std::uint64_t key = *keyOf(row.extension);
+        const Key key = keyOf(row.extension);
         result[slotOf(key, multiplier)] = {key, row.mimeType};
     }
     return result;
@@ -174,20 +211,17 @@ std::span<const MimeTypesRow> mimeTypes()
     return rows;
 }
 
-std::optional<QString> mimeTypesValue(QStringView extension)
+QStringView mimeTypesValue(QStringView extension)
 {
-    auto key = keyOf(extension);
-    if (!key && extension.size() <= maxExtension) {
-        // A letter outside ASCII may have a lower case inside it: the Kelvin sign has.
-        const QString lowered = extension.toString().toLower();
-        key = keyOf(lowered);
-    }
-    if (!key)
-        return std::nullopt;
-    const Slot &slot = table[slotOf(*key, multiplier)];
-    if (slot.key != *key || slot.mimeType.isEmpty())
-        return std::nullopt;
-    return QString::fromRawData(slot.mimeType.data(), slot.mimeType.size());
+    const Key key = keyOf(extension);
+    const Slot &slot = table[slotOf(key, multiplier)];
+    if (slot.key == key && key != Key())
+        return slot.mimeType;
+    if (key != Key() || extension.size() > maxExtension)
+        return {};
+    // A letter outside ASCII may have a lower case inside it: the Kelvin sign has.
+    const QString text = extension.toString().toLower();
+    return text == extension ? QStringView() : mimeTypesValue(text);
 }
 
 } // namespace zelkam
