@@ -160,7 +160,7 @@ void NetworkThread::sendRequest(Running &running)
     Transfer &transfer = *running.transfer;
     if (!transfer.prepare(Clock::now()) ||
         curl_multi_add_handle(m_multi.get(), transfer.handle()) != CURLM_OK)
-        return end(transfer.job(), URLError(URLError::Code::unknown));
+        return end(transfer.job().get(), URLError(URLError::Code::unknown));
     running.inFlight = true;
     m_nextDeadline = std::min(m_nextDeadline, transfer.deadline(false));
 }
@@ -178,12 +178,12 @@ void NetworkThread::takeEndedRequests()
         curl_easy_getinfo(handle, CURLINFO_PRIVATE, &self);
         auto *transfer = static_cast<Transfer *>(self);
         curl_multi_remove_handle(m_multi.get(), handle);
-        Running &running = m_transfers.at(transfer->job());
+        Running &running = m_transfers.at(transfer->job().get());
         running.inFlight = false;
         if (transfer->requestEnded(code))
             sendRequest(running);
         else
-            end(transfer->job(), std::nullopt);
+            end(transfer->job().get(), std::nullopt);
     }
 }
 
@@ -215,16 +215,19 @@ void NetworkThread::endOverdue(Clock::time_point now)
     }
 }
 
-void NetworkThread::end(const DownloadJob *job, std::optional<URLError> error)
+void NetworkThread::end(const DownloadJob *key, std::optional<URLError> error)
 {
-    const auto it = m_transfers.find(job);
+    const auto it = m_transfers.find(key);
     if (it == m_transfers.end())
         return;
-    const std::unique_ptr<Transfer> transfer = std::move(it->second.transfer);
+    std::unique_ptr<Transfer> transfer = std::move(it->second.transfer);
     if (it->second.inFlight)
         curl_multi_remove_handle(m_multi.get(), transfer->handle());
     m_transfers.erase(it);
-    job->finished(error ? DownloadResult{nullptr, nullptr, error} : transfer->result());
+    const std::shared_ptr<DownloadJob> job = transfer->job();
+    DownloadResult result = error ? DownloadResult{nullptr, nullptr, error} : transfer->result();
+    transfer.reset(); // nothing of a failed download is left when its owner hears of it
+    job->finished(std::move(result));
 }
 
 int NetworkThread::pollTimeout(Clock::time_point now) const

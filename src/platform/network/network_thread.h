@@ -52,7 +52,7 @@ private:
     void takeEndedRequests();
     void retryWaiting(Clock::time_point now);
     void endOverdue(Clock::time_point now);
-    void end(const DownloadJob *job, std::optional<URLError> error);
+    void end(const DownloadJob *key, std::optional<URLError> error);
     int pollTimeout(Clock::time_point now) const;
 
     CurlMulti m_multi;

@@ -45,7 +45,7 @@ public:
     ~Transfer();
     Q_DISABLE_COPY_MOVE(Transfer)
 
-    const DownloadJob *job() const { return m_job.get(); }
+    const std::shared_ptr<DownloadJob> &job() const { return m_job; }
     CURL *handle() const { return m_easy.get(); }
 
     /// Why the download cannot even start.

@@ -64,7 +64,7 @@ public:
     /// With success the location is the file URL of a temporary file, on the file system of
     /// NSTemporaryDirectory(), with the whole body; it is removed when the handler has returned,
     /// unless the handler has moved it away. Any HTTP status is a success here. With a failure
-    /// there is an error and neither of the others.
+    /// there is an error and neither of the others, and no file is left.
     using CompletionHandler =
         std::function<void(std::optional<URL> location, std::shared_ptr<const URLResponse> response,
                            std::optional<URLError> error)>;
