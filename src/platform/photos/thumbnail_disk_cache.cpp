@@ -76,9 +76,6 @@ std::optional<QImage> ThumbnailDiskCache::find(const PHAsset &asset, int coverin
         if (size.edge < coveringEdge)
             continue;
         QImageReader reader(pathIn(size.folder, asset), "png");
-        if (!reader.canRead() || reader.text(timeKey) != timeOf(asset) ||
-            reader.text(uriKey).toUtf8() != uriOf(asset))
-            continue;
         const QSize stored = reader.size();
         // Another program may have written it: nothing says how large it really is.
         if (stored.isEmpty() || qMax(stored.width(), stored.height()) > size.edge)
@@ -86,7 +83,9 @@ std::optional<QImage> ThumbnailDiskCache::find(const PHAsset &asset, int coverin
         const bool covers = qMin(stored.width(), stored.height()) >= coveringEdge;
         const bool largest = &size == std::end(sizes) - 1;
         QImage image;
-        if ((covers || largest) && reader.read(&image))
+        // The reader itself would take these keys apart at their colons.
+        if ((covers || largest) && reader.read(&image) && image.text(timeKey) == timeOf(asset) &&
+            image.text(uriKey).toUtf8() == uriOf(asset))
             return image;
     }
     return std::nullopt;
