@@ -19,6 +19,8 @@ namespace zelkam {
 namespace {
 
 const QString bundleIdentifier = QStringLiteral("zelkam.mobile.ZelkamMobileContents");
+constexpr const char *toastMessageKey =
+    QT_TRANSLATE_NOOP("zelkam.mobile.ZelkamMobileContents", "FILE_DOWNLOAD_TOAST_MESSAGE");
 
 void setIndicator(bool visible)
 {
@@ -53,7 +55,7 @@ void ZelkamMobileFileDownloadUtil::presentToast(const QString &name) const
         window ? UIApplication::topViewController(window->rootViewController().get()) : nullptr;
     const auto bundle = Bundle::withIdentifier(bundleIdentifier);
     const QString text =
-        bundle ? bundle->localizedString(QStringLiteral("FILE_DOWNLOAD_TOAST_MESSAGE")) : QString();
+        bundle ? bundle->localizedString(QString::fromLatin1(toastMessageKey)) : QString();
     if (!top)
         return;
     makeToast(top->view(), name + u' ' + text, std::chrono::milliseconds(500),

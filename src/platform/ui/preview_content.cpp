@@ -2,6 +2,7 @@
 
 #include "platform/ui/image_decoding.h"
 #include "platform/ui/pdf_pages.h"
+#include "platform/ui/ql_preview_controller.h"
 #include "platform/ui/svg_guard.h"
 
 #include <QBuffer>
@@ -22,22 +23,17 @@ constexpr int longestEdge = 4096;
 /// Each frame of an animation is decoded while it plays, on the main thread.
 constexpr int longestFrameEdge = 2048;
 
-QString tr(const char *text)
-{
-    return QCoreApplication::translate("QLPreviewController", text);
-}
-
 QString stateProblem(PreviewFile::State state)
 {
     switch (state) {
     case PreviewFile::State::readable:
         return {};
     case PreviewFile::State::missing:
-        return tr("The file is not there any more.");
+        return QLPreviewController::tr("The file is not there any more.");
     case PreviewFile::State::denied:
-        return tr("The file cannot be read.");
+        return QLPreviewController::tr("The file cannot be read.");
     case PreviewFile::State::notAFile:
-        return tr("This is not a file that can be shown.");
+        return QLPreviewController::tr("This is not a file that can be shown.");
     }
     return {};
 }
@@ -59,7 +55,7 @@ bool isAnimated(const QByteArray &bytes, const QByteArray &format)
 void loadRaster(PreviewContent &content, const QByteArray &format)
 {
     if (content.file.size > longestImageFile) {
-        content.problem = tr("The image is too large to be shown.");
+        content.problem = QLPreviewController::tr("The image is too large to be shown.");
         return;
     }
     const QByteArray bytes = content.file.device->read(longestImageFile);
@@ -68,8 +64,9 @@ void loadRaster(PreviewContent &content, const QByteArray &format)
     if (!image) {
         const QSize size = imageSize(bytes);
         const bool large = 4 * qint64(size.width()) * size.height() > ImageLimits().pixelBytes;
-        content.problem = large ? tr("The image is too large to be shown.")
-                                : tr("The image is damaged or of a kind that cannot be shown.");
+        content.problem = large ? QLPreviewController::tr("The image is too large to be shown.")
+                                : QLPreviewController::tr(
+                                      "The image is damaged or of a kind that cannot be shown.");
         return;
     }
     content.image = std::move(*image);
@@ -114,9 +111,9 @@ void loadPdf(PreviewContent &content)
     if (content.pdf)
         content.kind = PreviewContent::Kind::pdf;
     else if (outcome == PdfPages::Outcome::locked)
-        content.problem = tr("The document is protected by a password.");
+        content.problem = QLPreviewController::tr("The document is protected by a password.");
     else
-        content.problem = tr("The document is damaged and cannot be shown.");
+        content.problem = QLPreviewController::tr("The document is damaged and cannot be shown.");
 }
 
 void loadText(PreviewContent &content)
@@ -151,9 +148,10 @@ void loadReadable(PreviewContent &content)
     } else if (isMedia(file.type)) {
         content.kind = PreviewContent::Kind::media;
     } else if (file.type.name().startsWith(QLatin1String("image/"))) {
-        content.problem = tr("The image is damaged or of a kind that cannot be shown.");
+        content.problem =
+            QLPreviewController::tr("The image is damaged or of a kind that cannot be shown.");
     } else if (file.type.inherits(QStringLiteral("application/pdf"))) {
-        content.problem = tr("The document is damaged and cannot be shown.");
+        content.problem = QLPreviewController::tr("The document is damaged and cannot be shown.");
     }
 }
 
