@@ -125,7 +125,8 @@ void CookieMirror::storeChanged(const HTTPCookie &cookie)
 void CookieMirror::setInView(const HTTPCookie &cookie)
 {
     const QString host = cookie.effectiveDomain();
-    if (host.isEmpty())
+    // The server of a download may name any domain; the web view takes only what it may set.
+    if (host.isEmpty() || !cookie.isOfItsOrigin())
         return;
     QNetworkCookie networkCookie = cookie.toNetworkCookie();
     // With its domain written out it would become a cookie of the hosts below it too.

@@ -140,6 +140,19 @@ private slots:
                  again.constData()); // one cookie of a name, the newer one
     }
 
+    void keepsAnotherServersCookiesOutOfThePage()
+    {
+        HttpTestServer other;
+        other.on("/x", HttpTestServer::answer("x", "Set-Cookie: planted=1; Domain=127.0.0.1\r\n"
+                                                   "Set-Cookie: its=1\r\n"));
+        QCOMPARE(replies(u"{url: '%1'}"_s.arg(other.url(u"/x"_s, u"localhost"_s))),
+                 QStringList{u"success"_s});
+        replies(u"{url: 'a.txt?planted'}"_s); // the store has them, and the view has had the time
+        QVERIFY(lastRequest("/a.txt?planted").header("Cookie").contains("planted=1"));
+        const QString seen = host.run(u"return document.cookie"_s).toString();
+        QVERIFY2(!seen.contains(u"planted"_s) && !seen.contains(u"its"_s), qPrintable(seen));
+    }
+
     void repliesToEveryAnswer_data()
     {
         QTest::addColumn<QByteArray>("answer");

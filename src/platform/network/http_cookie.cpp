@@ -137,6 +137,12 @@ bool HTTPCookie::hasSameIdentity(const HTTPCookie &other) const
            effectiveDomain() == other.effectiveDomain();
 }
 
+bool HTTPCookie::isOfItsOrigin() const
+{
+    const QString origin = originHost.toLower();
+    return origin.isEmpty() || domainMatches(origin, effectiveDomain());
+}
+
 bool HTTPCookie::belongsTo(const URL &url) const
 {
     const QString host = url.host().value_or(QString()).toLower();

@@ -29,8 +29,8 @@ public:
     bool isHTTPOnly = false;
     /// Whether the cookie belongs to exactly one host, and not to the hosts below it too.
     bool isHostOnly = true;
-    /// Names the server that gave a cookie whose domain is empty, so that such a cookie can be
-    /// kept to that server where it matters. Whoever stores the cookie sets it.
+    /// Names the server that gave the cookie, where nothing else tells: the domain may be empty,
+    /// or one that the server has no right to. Whoever stores the cookie sets it.
     QString originHost;
 
     bool isSessionOnly() const { return !expiresDate; }
@@ -46,6 +46,10 @@ public:
     /// Whether domain, path and security fit a request to the URL, by RFC 6265, 5.4. A cookie that
     /// names no server at all fits none.
     bool belongsTo(const URL &url) const;
+
+    /// Whether the server that gave the cookie may set it by RFC 6265, 5.3: its own domain or one
+    /// above it. True when that server is not known.
+    bool isOfItsOrigin() const;
 
     /// Whether a request can carry it: it has a name, and holds nothing that would end its place
     /// in the header.
