@@ -1,11 +1,14 @@
 #include "app/reply_body.h"
 
+#include "host/command_status.h"
+
 #include <QAssociativeIterable>
 #include <QLocale>
 #include <QSequentialIterable>
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <numeric>
 
 namespace zelkam {
 
@@ -201,6 +204,37 @@ QList<QByteArray> replyBody(const QList<ScriptReply> &replies, const QByteArray 
     }
     writer.line += "]}\n";
     return QList<QByteArray>{writer.line} + writer.texts;
+}
+
+qint64 bodySize(const QList<QByteArray> &body)
+{
+    return std::accumulate(body.cbegin(), body.cend(), qint64(0),
+                           [](qint64 sum, const QByteArray &piece) { return sum + piece.size(); });
+}
+
+QList<ScriptReply> cutToBody(QList<ScriptReply> &replies, const QByteArray &tag)
+{
+    qint64 size = 0;
+    for (qsizetype i = 0; i < replies.size(); ++i) {
+        qint64 own = bodySize(replyBody({replies.at(i)}, tag));
+        if (own > longestBody) {
+            ScriptReply &reply = replies[i];
+            reply.success = false;
+            reply.hasData = false;
+            reply.data.clear();
+            reply.status = commandStatusName(CommandStatus::UNKNOWN);
+            reply.code = static_cast<int>(CommandStatus::UNKNOWN);
+            reply.message = QStringLiteral("The reply is too long for a page.");
+            own = bodySize(replyBody({reply}, tag));
+        }
+        size += own;
+        if (size > longestBody) {
+            const QList<ScriptReply> rest = replies.mid(i);
+            replies.resize(i);
+            return rest;
+        }
+    }
+    return {};
 }
 
 PiecesDevice::PiecesDevice(QList<QByteArray> pieces, QObject *parent)

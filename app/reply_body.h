@@ -33,6 +33,16 @@ struct ScriptReply
 /// What JSON cannot hold (a number that is not finite, say) is written as null.
 QList<QByteArray> replyBody(const QList<ScriptReply> &replies, const QByteArray &tag);
 
+/// The longest text that the web engine's script can hold, less some room: a body beyond it arrives
+/// as an empty text, and its replies with it.
+inline constexpr qint64 longestBody = (qint64(1) << 29) - 4096;
+
+qint64 bodySize(const QList<QByteArray> &body);
+
+/// Keeps the first of the replies, as many as one body can hold, and gives the rest. A reply that
+/// no body can hold becomes an error that says so: the page gets an answer even then.
+QList<ScriptReply> cutToBody(QList<ScriptReply> &replies, const QByteArray &tag);
+
 /// A read-only device over pieces of memory, without joining them.
 class PiecesDevice : public QIODevice
 {

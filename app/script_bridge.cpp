@@ -95,8 +95,12 @@ std::optional<QList<QByteArray>> ScriptBridge::takeReplies(const QByteArray &tok
     const auto session = m_sessions.value(token);
     if (!session || !origin || session->origin() != *origin)
         return std::nullopt;
-    const QList<ScriptReply> replies = session->take();
+    QList<ScriptReply> replies = session->take();
     QList<QByteArray> body = replyBody(replies, session->token());
+    if (bodySize(body) > longestBody) {
+        session->putBack(cutToBody(replies, session->token()));
+        body = replyBody(replies, session->token());
+    }
     for (const ScriptReply &reply : replies) {
         if (!reply.released)
             emit replied(reply);

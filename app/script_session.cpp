@@ -32,6 +32,11 @@ void ScriptSession::push(ScriptReply reply)
             return;
         m_replies.append(std::move(reply));
     }
+    wakeLater();
+}
+
+void ScriptSession::wakeLater()
+{
     DispatchQueue::main().async([weak = weak_from_this()] {
         const auto session = weak.lock();
         if (session && session->m_wake)
@@ -43,6 +48,17 @@ QList<ScriptReply> ScriptSession::take()
 {
     const std::lock_guard lock(m_mutex);
     return std::exchange(m_replies, {});
+}
+
+void ScriptSession::putBack(const QList<ScriptReply> &replies)
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        if (m_closed)
+            return;
+        m_replies = replies + m_replies;
+    }
+    wakeLater();
 }
 
 void ScriptSession::close()

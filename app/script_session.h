@@ -29,11 +29,15 @@ public:
 
     /// Takes the replies that wait, in their order. From any thread.
     QList<ScriptReply> take();
+    /// Puts replies that were taken back before those that wait. From any thread.
+    void putBack(const QList<ScriptReply> &replies);
 
     /// Ends the session: what waits and what comes is dropped. Main thread.
     void close();
 
 private:
+    void wakeLater();
+
     const QByteArray m_token;
     const WebOrigin m_origin;
     std::function<void()> m_wake; // main thread only

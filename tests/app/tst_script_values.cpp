@@ -8,6 +8,7 @@
 #include <QTest>
 #include <cmath>
 #include <limits>
+#include <sys/mman.h>
 
 using namespace zelkam;
 using namespace Qt::StringLiterals;
@@ -121,6 +122,39 @@ private slots:
         QVERIFY(device.seek(pieces.first().size() + large.size() - 2));
         QCOMPARE(device.read(4), "xxyy"_ba);
     }
+
+    void sendsNoMoreThanAPageCanHold()
+    {
+        // Shared memory that nobody reads: three replies that make two bodies, and one too long.
+        const QByteArray half = QByteArray::fromRawData(m_zeros.data(), longestBody / 2 - 2000);
+        const QByteArray tooLong = QByteArray::fromRawData(m_zeros.data(), longestBody + 1);
+        QList<ScriptReply> replies(4);
+        for (int i = 0; i < 4; ++i) {
+            replies[i].call = i;
+            replies[i].success = replies[i].hasData = true;
+            replies[i].data = i == 1 ? tooLong : half;
+        }
+        const QList<ScriptReply> rest = cutToBody(replies, "tag"_ba);
+        QCOMPARE(replies.size(), 3);
+        QCOMPARE(replies.at(1).status, u"UNKNOWN"_s);
+        QVERIFY(!replies.at(1).success && !replies.at(1).hasData);
+        QVERIFY(bodySize(replyBody(replies, "tag"_ba)) <= longestBody);
+        QCOMPARE(rest.size(), 1);
+        QCOMPARE(rest.first().call, 3);
+    }
+
+private:
+    struct Zeros
+    {
+        Zeros()
+            : memory(::mmap(nullptr, size_t(longestBody) + 1, PROT_READ,
+                            MAP_PRIVATE | MAP_ANONYMOUS, -1, 0))
+        {
+        }
+        ~Zeros() { ::munmap(memory, size_t(longestBody) + 1); }
+        const char *data() const { return static_cast<const char *>(memory); }
+        void *memory;
+    } m_zeros;
 };
 
 QTEST_GUILESS_MAIN(TestScriptValues)
