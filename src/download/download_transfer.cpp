@@ -20,6 +20,9 @@ void ZelkamMobileFileDownloadUtil::sendRequest(const URLRequest &request)
         request, [self = shared_from_this()](std::optional<URL> location,
                                              const std::shared_ptr<const URLResponse> &response,
                                              std::optional<URLError> error) {
+            {
+                const std::lock_guard started(self->m_starting);
+            }
             if (error) {
                 ZLog::debug(QStringLiteral("error:Optional(%1)").arg(error->debugDescription()));
                 self->replyError(CommandStatus::NETWORK_RESPONSE_ERROR,

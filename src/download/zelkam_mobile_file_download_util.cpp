@@ -20,6 +20,7 @@ void ZelkamMobileFileDownloadUtil::startDownload(const URL &url, const QVariantM
         replyError(CommandStatus::INVALID_PARAM);
         return;
     }
+    const std::lock_guard starting(m_starting);
     // Every cookie goes along, not only those that match the server: the store is the
     // application's session with its web content, whichever server the file lies on.
     if (const auto cookies = HTTPCookieStorage::shared().cookies())

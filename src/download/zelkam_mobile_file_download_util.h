@@ -8,6 +8,7 @@
 #include <QString>
 #include <QVariantMap>
 #include <memory>
+#include <mutex>
 #include <optional>
 
 namespace zelkam {
@@ -98,6 +99,9 @@ private:
     void presentToast(const QString &name) const;
     void presentPreview(const QString &name, const QString &path);
 
+    /// Held while the download is started. The completion takes it first, so that a transfer that
+    /// ends at once cannot turn the activity indicator off before it was turned on.
+    std::mutex m_starting;
     bool m_fileOpen = true;
     bool m_showProgress = true; ///< read and kept; the network activity always shows
     bool m_showNotify = false;
