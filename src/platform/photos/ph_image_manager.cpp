@@ -51,7 +51,7 @@ PHImageManager::requestPreparedImageData(const PHAsset &forAsset,
                         manager->deliver(request, std::move(delivery));
                 });
         },
-        PhotoWorkers::Urgency::requested);
+        PhotoWorkers::Kind::requested);
     return request;
 }
 

@@ -4,7 +4,9 @@
 #include <QPointer>
 #include <QThread>
 #include <QThreadPool>
+#include <algorithm>
 #include <sys/resource.h>
+#include <utility>
 
 namespace zelkam {
 
@@ -21,36 +23,36 @@ public:
     ~WorkerPool() override { clear(); }
 };
 
-WorkerPool *pool()
+WorkerPool *pool(PhotoWorkers::Kind kind)
 {
-    static QPointer<WorkerPool> workers;
+    static QPointer<WorkerPool> pools[2];
+    QPointer<WorkerPool> &workers = pools[kind == PhotoWorkers::Kind::requested ? 0 : 1];
     if (!workers && QCoreApplication::instance())
         workers = new WorkerPool(QCoreApplication::instance());
     return workers;
 }
 
 /// On Linux every thread has a priority of its own; Qt's thread priorities have no effect there.
-void yieldToScreens()
+void giveWay()
 {
     thread_local bool done = false;
-    constexpr int nicer = 5;
+    constexpr int nicer = 10;
     if (!std::exchange(done, true))
         ::setpriority(PRIO_PROCESS, 0, nicer);
 }
 
 } // namespace
 
-void PhotoWorkers::start(std::function<void()> work, Urgency urgency)
+void PhotoWorkers::start(std::function<void()> work, Kind kind)
 {
-    WorkerPool *const workers = pool();
+    WorkerPool *const workers = pool(kind);
     if (!workers)
         return;
-    workers->start(
-        [work = std::move(work)] {
-            yieldToScreens();
-            work();
-        },
-        int(urgency));
+    workers->start([work = std::move(work), kind] {
+        if (kind == Kind::thumbnail)
+            giveWay();
+        work();
+    });
 }
 
 } // namespace zelkam

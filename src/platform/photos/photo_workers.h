@@ -4,17 +4,17 @@
 
 namespace zelkam {
 
-/// The threads that decode and encode pictures: as many as there are processors, at most four,
-/// at a lower priority than the one that draws the screens. They end with the application object:
-/// work that has not begun by then is dropped.
+/// The threads that decode and encode pictures: as many as there are processors, at most four.
+/// They end with the application object: work that has not begun by then is dropped.
 class PhotoWorkers
 {
 public:
-    /// Work of a higher urgency begins before what waits with a lower one.
-    enum class Urgency { background = 0, visible = 1, requested = 2 };
+    /// What a person waits for runs on threads of its own. Thumbnails give way to everything else
+    /// on the machine, so that the grid scrolls smoothly while they are made.
+    enum class Kind { requested, thumbnail };
 
     /// Main thread. The work runs on a worker thread and must not throw.
-    static void start(std::function<void()> work, Urgency urgency);
+    static void start(std::function<void()> work, Kind kind);
 };
 
 } // namespace zelkam

@@ -105,7 +105,7 @@ void ThumbnailStore::startNext()
             // The screen has it already; the disk gets it while the next one is decoded.
             disk.store(asset, made.toStore);
         };
-        PhotoWorkers::start(work, PhotoWorkers::Urgency::visible);
+        PhotoWorkers::start(work, PhotoWorkers::Kind::thumbnail);
     }
 }
 

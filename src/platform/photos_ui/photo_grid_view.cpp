@@ -32,8 +32,7 @@ PhotoGridView::PhotoGridView(ThumbnailStore &store, QWidget *parent)
     connect(&m_store, &ThumbnailStore::ready, this, [this] {
         // Not only its cell: the store tells of many at once, and Qt draws them together.
         viewport()->update();
-        if (m_store.isIdle())
-            emit settled();
+        tellWhenFilled();
     });
 }
 
@@ -141,8 +140,18 @@ void PhotoGridView::timerEvent(QTimerEvent *event)
             wanted.append(assetAt(item));
     }
     m_store.setWanted(wanted);
-    if (m_store.isIdle())
-        emit settled();
+    tellWhenFilled();
+}
+
+void PhotoGridView::tellWhenFilled()
+{
+    const Range visible = visibleItems();
+    for (int item = visible.first; item <= visible.last; ++item) {
+        if (!isCameraTile(item) && !m_store.thumbnail(assetAt(item)))
+            return;
+    }
+    if (visible.first <= visible.last)
+        emit filled();
 }
 
 void PhotoGridView::resizeEvent(QResizeEvent *event)

@@ -39,8 +39,8 @@ public:
 signals:
     void tapped(const zelkam::PHAsset &asset);
     void cameraTapped();
-    /// Thumbnails (or signs that there are none) are there for all that is on the screen.
-    void settled();
+    /// Thumbnails, or signs that there are none, are there for all that is on the screen.
+    void filled();
 
 protected:
     void paintEvent(QPaintEvent *event) override;
@@ -70,6 +70,7 @@ private:
 
     void layoutCells();
     void wantThumbnails();
+    void tellWhenFilled();
     void activate(int item);
     void moveTo(int item);
     void describeCurrent();

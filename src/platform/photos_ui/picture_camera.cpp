@@ -35,7 +35,7 @@ void PictureCamera::start()
                 emit camera->frameArrived();
             });
         },
-        PhotoWorkers::Urgency::requested);
+        PhotoWorkers::Kind::requested);
 }
 
 void PictureCamera::stop()

@@ -110,7 +110,7 @@ void UIImagePickerController::pick(const QString &filePath)
                     self->finish(picture ? picture->toQImage() : QImage());
             });
         },
-        PhotoWorkers::Urgency::requested);
+        PhotoWorkers::Kind::requested);
 }
 
 void UIImagePickerController::finish(const QImage &image)

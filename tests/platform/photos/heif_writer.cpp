@@ -72,7 +72,7 @@ QByteArray heic(const QImage &image, const HeicOptions &options)
     heif_context *context = heif_context_alloc();
     heif_encoder *encoder = nullptr;
     heif_context_get_encoder_for_format(context, heif_compression_HEVC, &encoder);
-    heif_encoder_set_lossy_quality(encoder, 90);
+    heif_encoder_set_lossy_quality(encoder, options.quality);
     heif_image *source = toHeifImage(image, options.bits);
     if (options.colorSpace.isValid()) {
         const QByteArray profile = options.colorSpace.iccProfile();

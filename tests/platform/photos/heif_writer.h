@@ -9,7 +9,8 @@ namespace zelkam::test {
 
 struct HeicOptions
 {
-    int bits = 8;        ///< 8 or 10
+    int bits = 8; ///< 8 or 10
+    int quality = 90;
     int orientation = 1; ///< as an Exif orientation counts
     int thumbnailEdge = 0;
     QColorSpace colorSpace = {}; ///< an invalid one writes no profile

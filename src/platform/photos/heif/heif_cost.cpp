@@ -92,6 +92,7 @@ std::optional<HeifStructure::Cost> HeifStructure::codedCost(const Item &item) co
     if (!unitsAreWithin(*bytes, property.lengthSize, largest))
         return std::nullopt;
     Cost cost;
+    cost.chromaFormat = property.format->chromaFormat;
     cost.pixels = area(largest);
     // The decoder's picture with its bookkeeping, and libheif's copy of it.
     constexpr double bookkeeping = 0.6;
@@ -119,6 +120,7 @@ std::optional<HeifStructure::Cost> HeifStructure::gridCost(const Item &item, int
             tile = known.insert(part, *cost);
         }
         tiles.pixels += tile->pixels;
+        tiles.chromaFormat = tile->chromaFormat;
         largestTile = qMax(largestTile, tile->bytes);
         // Tiles reach over the right and lower edges, by less than a tile each.
         constexpr qint64 overlap = 8 * 1024 * 1024;
@@ -127,7 +129,9 @@ std::optional<HeifStructure::Cost> HeifStructure::gridCost(const Item &item, int
     }
     // The canvas, and its copy while it is turned or mirrored.
     constexpr int canvasBytes = 2 * 3;
-    return Cost{tiles.pixels + canvas, canvas * canvasBytes + tilesAtOnce * largestTile};
+    tiles.pixels += canvas;
+    tiles.bytes = canvas * canvasBytes + tilesAtOnce * largestTile;
+    return tiles;
 }
 
 std::optional<QSize> HeifStructure::gridSize(const Item &item) const

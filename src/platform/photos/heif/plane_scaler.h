@@ -27,16 +27,13 @@ public:
     const std::vector<float> &row(int y);
 
 private:
-    template<typename Sample>
-    void addRow(const Sample *samples, float weight);
     void addRow(int sourceRow, float weight);
 
     SamplePlane m_plane;
     QSize m_target;
-    bool m_copies = false;            ///< columns are taken as they are, not averaged
-    std::vector<int> m_first;         ///< a target column's first source column
+    std::vector<int> m_first;         ///< a target column's first source column, and one more
     std::vector<float> m_firstWeight; ///< the part of it that is covered
-    std::vector<float> m_lastWeight;  ///< likewise of the column after the last whole one
+    std::vector<float> m_sums;        ///< of the rows that make a target row, by source column
     std::vector<float> m_row;
 };
 
