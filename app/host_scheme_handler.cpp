@@ -29,6 +29,14 @@ void replyPieces(QWebEngineUrlRequestJob *job, QList<QByteArray> pieces)
     reply(job, QByteArrayLiteral("text/plain"), std::move(device));
 }
 
+void replyHalf(QWebEngineUrlRequestJob *job, const TextHalf &half)
+{
+    auto device = std::make_unique<PiecesDevice>(QList<QByteArray>{half.text});
+    device->setStretch(half.start, half.size);
+    device->open(QIODevice::ReadOnly | QIODevice::Unbuffered);
+    reply(job, QByteArrayLiteral("text/plain"), std::move(device));
+}
+
 void replyFile(QWebEngineUrlRequestJob *job, const QString &name, std::unique_ptr<QFile> file)
 {
     const QMimeType kind = QMimeDatabase().mimeTypeForFileNameAndData(name, file.get());
@@ -83,8 +91,16 @@ void HostSchemeHandler::answerBridge(QWebEngineUrlRequestJob *job,
             return;
         }
     } else if (path.startsWith(repliesPath)) {
-        const QByteArray token = path.mid(repliesPath.size()).toLatin1();
-        if (auto body = m_bridge.takeReplies(token, initiator)) {
+        const QStringList parts = path.mid(repliesPath.size()).split(u'/');
+        const QByteArray token = parts.first().toLatin1();
+        if (parts.size() == 3) {
+            const auto half =
+                m_bridge.takeHalf(token, parts.at(1).toInt(), parts.at(2).toInt(), initiator);
+            if (half) {
+                replyHalf(job, *half);
+                return;
+            }
+        } else if (auto body = m_bridge.takeReplies(token, initiator)) {
             replyPieces(job, std::move(*body));
             return;
         }

@@ -15,6 +15,7 @@ namespace zelkam {
 namespace {
 
 constexpr qsizetype rawTextSize = 64 * 1024;
+constexpr qsizetype keptTextSize = 1024 * 1024;
 
 /// Eight bytes at a time, as a reply may hold tens of megabytes.
 bool isAscii(const QByteArray &bytes)
@@ -34,7 +35,7 @@ bool isAscii(const QByteArray &bytes)
 class Writer
 {
 public:
-    explicit Writer(const QByteArray &tag) : m_tag(tag) {}
+    explicit Writer(const QByteArray &tag, QList<QByteArray> *kept) : m_tag(tag), m_kept(kept) {}
 
     void key(const char *name, bool first = false)
     {
@@ -116,7 +117,10 @@ private:
     void bytes(const QByteArray &bytes)
     {
         const bool ascii = isAscii(bytes);
-        if (ascii && bytes.size() >= rawTextSize) {
+        if (ascii && m_kept && bytes.size() >= keptTextSize) {
+            line += "{\"" + m_tag + "\":[" + QByteArray::number(m_kept->size()) + "]}";
+            m_kept->append(bytes);
+        } else if (ascii && bytes.size() >= rawTextSize) {
             line += "{\"" + m_tag + "\":" + QByteArray::number(texts.size()) + '}';
             texts.append(bytes);
         } else {
@@ -149,6 +153,7 @@ private:
     }
 
     QByteArray m_tag;
+    QList<QByteArray> *m_kept;
 };
 
 void writeReply(Writer &writer, const ScriptReply &reply)
@@ -187,9 +192,10 @@ void writeReply(Writer &writer, const ScriptReply &reply)
 
 } // namespace
 
-QList<QByteArray> replyBody(const QList<ScriptReply> &replies, const QByteArray &tag)
+QList<QByteArray> replyBody(const QList<ScriptReply> &replies, const QByteArray &tag,
+                            QList<QByteArray> *kept)
 {
-    Writer writer(tag);
+    Writer writer(tag, kept);
     writer.line += "{\"replies\":[";
     for (qsizetype i = 0; i < replies.size(); ++i) {
         if (i > 0)
@@ -202,13 +208,13 @@ QList<QByteArray> replyBody(const QList<ScriptReply> &replies, const QByteArray 
             writer.line += ',';
         writer.line += QByteArray::number(writer.texts.at(i).size());
     }
-    writer.line += "]}\n";
+    writer.line += "],\"kept\":" + QByteArray::number(kept ? kept->size() : 0) + "}\n";
     return QList<QByteArray>{writer.line} + writer.texts;
 }
 
-qint64 bodySize(const QList<QByteArray> &body)
+qint64 bodySize(const QList<QByteArray> &pieces)
 {
-    return std::accumulate(body.cbegin(), body.cend(), qint64(0),
+    return std::accumulate(pieces.cbegin(), pieces.cend(), qint64(0),
                            [](qint64 sum, const QByteArray &piece) { return sum + piece.size(); });
 }
 
@@ -244,9 +250,16 @@ PiecesDevice::PiecesDevice(QList<QByteArray> pieces, QObject *parent)
         m_size += piece.size();
 }
 
+void PiecesDevice::setStretch(qint64 start, qint64 size)
+{
+    m_start = start;
+    m_size = size;
+}
+
 qint64 PiecesDevice::readData(char *data, qint64 maxSize)
 {
-    qint64 skip = pos();
+    maxSize = std::min(maxSize, m_size - pos());
+    qint64 skip = m_start + pos();
     qint64 copied = 0;
     for (const QByteArray &piece : std::as_const(m_pieces)) {
         if (copied == maxSize)

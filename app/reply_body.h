@@ -25,19 +25,23 @@ struct ScriptReply
 
 /// Writes replies as one body for the injected script: a line of JSON, then raw text.
 ///
-/// The line is pure ASCII: { "replies": [...], "texts": [lengths] }. ASCII text of 64 KiB and
-/// more that comes as a QByteArray is not put into the line; an object whose only key is the tag
-/// stands for it there, and its bytes follow the line's feed, shared and not copied. So a data
-/// URL of 64 MiB is held once, and the script takes it as a slice of what it read.
+/// The line is pure ASCII: { "replies": [...], "texts": [lengths], "kept": count }. ASCII text of
+/// 64 KiB and more that comes as a QByteArray is not put into the line; an object whose only key is
+/// the tag stands for it there, and its bytes follow the line's feed, shared and not copied.
+///
+/// @param kept  takes the texts of 1 MiB and more, shared, when it is given: the script fetches
+///              each of them in two halves at the same time, which takes two thirds of the time.
+///              The value under the tag is then a list with the index of the text.
 ///
 /// What JSON cannot hold (a number that is not finite, say) is written as null.
-QList<QByteArray> replyBody(const QList<ScriptReply> &replies, const QByteArray &tag);
+QList<QByteArray> replyBody(const QList<ScriptReply> &replies, const QByteArray &tag,
+                            QList<QByteArray> *kept = nullptr);
 
 /// The longest text that the web engine's script can hold, less some room: a body beyond it arrives
 /// as an empty text, and its replies with it.
 inline constexpr qint64 longestBody = (qint64(1) << 29) - 4096;
 
-qint64 bodySize(const QList<QByteArray> &body);
+qint64 bodySize(const QList<QByteArray> &pieces);
 
 /// Keeps the first of the replies, as many as one body can hold, and gives the rest. A reply that
 /// no body can hold becomes an error that says so: the page gets an answer even then.
@@ -51,6 +55,9 @@ class PiecesDevice : public QIODevice
 public:
     explicit PiecesDevice(QList<QByteArray> pieces, QObject *parent = nullptr);
 
+    /// Gives one stretch of the whole only. Before it is opened.
+    void setStretch(qint64 start, qint64 size);
+
     qint64 size() const override { return m_size; }
 
 protected:
@@ -59,6 +66,7 @@ protected:
 
 private:
     QList<QByteArray> m_pieces;
+    qint64 m_start = 0;
     qint64 m_size = 0;
 };
 

@@ -96,16 +96,28 @@ std::optional<QList<QByteArray>> ScriptBridge::takeReplies(const QByteArray &tok
     if (!session || !origin || session->origin() != *origin)
         return std::nullopt;
     QList<ScriptReply> replies = session->take();
-    QList<QByteArray> body = replyBody(replies, session->token());
-    if (bodySize(body) > longestBody) {
+    QList<QByteArray> kept;
+    QList<QByteArray> body = replyBody(replies, session->token(), &kept);
+    if (bodySize(body + kept) > longestBody) {
         session->putBack(cutToBody(replies, session->token()));
-        body = replyBody(replies, session->token());
+        kept.clear();
+        body = replyBody(replies, session->token(), &kept);
     }
+    session->keep(kept);
     for (const ScriptReply &reply : replies) {
         if (!reply.released)
             emit replied(reply);
     }
     return body;
+}
+
+std::optional<TextHalf> ScriptBridge::takeHalf(const QByteArray &token, qsizetype index, int half,
+                                               const std::optional<WebOrigin> &origin)
+{
+    const auto session = m_sessions.value(token);
+    if (!session || !origin || session->origin() != *origin)
+        return std::nullopt;
+    return session->takeHalf(index, half);
 }
 
 void ScriptBridge::endSessions()

@@ -76,6 +76,11 @@ public:
     std::optional<QList<QByteArray>> takeReplies(const QByteArray &token,
                                                  const std::optional<WebOrigin> &origin);
 
+    /// One half of a long text of the replies that were taken last, once. Nothing unless there is
+    /// one of that index and the session belongs to the origin.
+    std::optional<TextHalf> takeHalf(const QByteArray &token, qsizetype index, int half,
+                                     const std::optional<WebOrigin> &origin);
+
     /// Ends every session: the document is gone.
     void endSessions();
 

@@ -61,9 +61,32 @@ void ScriptSession::putBack(const QList<ScriptReply> &replies)
     wakeLater();
 }
 
+void ScriptSession::keep(const QList<QByteArray> &texts)
+{
+    m_kept.clear();
+    for (const QByteArray &text : texts)
+        m_kept.append({text});
+}
+
+std::optional<TextHalf> ScriptSession::takeHalf(qsizetype index, int half)
+{
+    if (index < 0 || index >= m_kept.size() || half < 0 || half > 1)
+        return std::nullopt;
+    KeptText &kept = m_kept[index];
+    if (std::exchange(kept.isTaken[half], true))
+        return std::nullopt;
+    const qint64 middle = kept.text.size() / 2;
+    TextHalf result{kept.text, half == 0 ? 0 : middle,
+                    half == 0 ? middle : kept.text.size() - middle};
+    if (kept.isTaken[0] && kept.isTaken[1])
+        kept.text.clear();
+    return result;
+}
+
 void ScriptSession::close()
 {
     m_wake = nullptr;
+    m_kept.clear();
     const std::lock_guard lock(m_mutex);
     m_closed = true;
     m_replies.clear();

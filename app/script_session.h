@@ -8,8 +8,17 @@
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <optional>
 
 namespace zelkam {
+
+/// A stretch of a text, which is shared and not copied.
+struct TextHalf
+{
+    QByteArray text;
+    qint64 start = 0;
+    qint64 size = 0;
+};
 
 /// The replies that wait for one document, from its first call until it is left.
 ///
@@ -32,15 +41,28 @@ public:
     /// Puts replies that were taken back before those that wait. From any thread.
     void putBack(const QList<ScriptReply> &replies);
 
+    /// Keeps the long texts of the replies that were taken last, until each of their halves is
+    /// taken or the next replies are. Main thread.
+    void keep(const QList<QByteArray> &texts);
+    /// Gives a half (0 or 1), once. Main thread.
+    std::optional<TextHalf> takeHalf(qsizetype index, int half);
+
     /// Ends the session: what waits and what comes is dropped. Main thread.
     void close();
 
 private:
+    struct KeptText
+    {
+        QByteArray text;
+        bool isTaken[2] = {false, false};
+    };
+
     void wakeLater();
 
     const QByteArray m_token;
     const WebOrigin m_origin;
     std::function<void()> m_wake; // main thread only
+    QList<KeptText> m_kept;       // likewise
     std::mutex m_mutex;
     QList<ScriptReply> m_replies;
     bool m_closed = false;

@@ -121,6 +121,16 @@ private slots:
         QCOMPARE(device.size(), pieces.join().size());
         QVERIFY(device.seek(pieces.first().size() + large.size() - 2));
         QCOMPARE(device.read(4), "xxyy"_ba);
+        PiecesDevice stretch(pieces);
+        stretch.setStretch(pieces.first().size() + large.size() - 2, 3);
+        QVERIFY(stretch.open(QIODevice::ReadOnly | QIODevice::Unbuffered));
+        QCOMPARE(stretch.readAll(), "xxy"_ba);
+
+        const QByteArray longest(1 << 20, 'z');
+        reply.data = longest;
+        QList<QByteArray> kept;
+        QCOMPARE(replyBody({reply}, "tag"_ba, &kept).size(), 1);
+        QCOMPARE(kept, QList<QByteArray>{longest});
     }
 
     void sendsNoMoreThanAPageCanHold()
