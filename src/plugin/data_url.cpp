@@ -27,18 +27,19 @@ void append(QByteArray &url, const char *bytes, qint64 size)
     base64Encode(bytes, size, url.data() + end);
 }
 
-/// Asks for room for a long text, in large pages where the system has them: the first touch of each
-/// small page would take longer than the encoding.
+/// Room for a long text. The system is asked for its pages at once: one by one, as they are first
+/// written to, they take longer than the encoding. (Large pages would be quicker still, but the
+/// system may stop for most of a second to make them.)
 void reserve(QByteArray &url, qint64 size)
 {
     url.reserve(static_cast<qsizetype>(size));
-    constexpr quintptr largePage = 2 * 1024 * 1024;
+    constexpr quintptr page = 4096;
     const auto start = reinterpret_cast<quintptr>(url.constData());
-    const quintptr first = (start + largePage - 1) / largePage * largePage;
-    const quintptr end = (start + static_cast<quintptr>(size)) / largePage * largePage;
+    const quintptr first = (start + page - 1) / page * page;
+    const quintptr end = (start + static_cast<quintptr>(size)) / page * page;
     // Only advice: where it is not taken, nothing is lost but time.
-    if (first < end)
-        ::madvise(reinterpret_cast<void *>(first), end - first, MADV_HUGEPAGE);
+    if (end > first + 256 * page)
+        ::madvise(reinterpret_cast<void *>(first), end - first, MADV_POPULATE_WRITE);
 }
 
 /// Reads until the piece is full or the file ends; -1 on a failure.
@@ -82,7 +83,7 @@ try {
 QByteArray dataUrl(const QString &mimeType, const QByteArray &bytes)
 {
     QByteArray url = head(mimeType);
-    reserve(url, url.size() + base64Length(bytes.size()));
+    url.reserve(url.size() + static_cast<qsizetype>(base64Length(bytes.size())));
     append(url, bytes.constData(), bytes.size());
     return url;
 }
