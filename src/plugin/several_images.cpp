@@ -12,7 +12,6 @@ struct ZelkamMobileContentsPlugin::SeveralImages
 {
     QVariantMap options;
     QVariantList results; ///< data URLs, in the order in which the handlers ran
-    DispatchGroup group;
 };
 
 void ZelkamMobileContentsPlugin::showMultiImgPicker(const QVariantMap &args)
@@ -46,20 +45,26 @@ void ZelkamMobileContentsPlugin::convertImages(const QList<PHAsset> &assets,
     images->options = args;
     // Entered once, not once for each asset: only the last one's handler leaves it, and only when
     // it has something. The reply follows the last asset, whatever became of those before it.
-    images->group.enter();
+    // Only the handlers hold the group, which holds the reply: a pick that never replies is let go
+    // with the last of them.
+    DispatchGroup group;
+    group.enter();
     for (qsizetype i = 0; i < assets.size(); ++i) {
         const bool last = i == assets.size() - 1;
         PHImageRequestOptions request;
         request.isNetworkAccessAllowed = true;
         PHImageManager::defaultManager().requestPreparedImageData(
             assets.at(i), request,
-            [self, images, last](const std::optional<QByteArray> &data,
-                                 const std::optional<QString> &dataUTI) {
+            [self, images, group, last](const std::optional<QByteArray> &data,
+                                        const std::optional<QString> &dataUTI) {
                 const auto text = getImgStr(data, dataUTI, images->options);
-                return [self, images, last, text] { self->takeImage(*images, text, last); };
+                return [self, images, group, last, text]() mutable {
+                    if (self->takeImage(*images, text) && last)
+                        group.leave();
+                };
             });
     }
-    images->group.notify(DispatchQueue::main(), [self, images] {
+    group.notify(DispatchQueue::main(), [self, images] {
         const auto call = self->currentCallBack();
         if (!call)
             return;
@@ -70,17 +75,16 @@ void ZelkamMobileContentsPlugin::convertImages(const QList<PHAsset> &assets,
     });
 }
 
-void ZelkamMobileContentsPlugin::takeImage(SeveralImages &images,
-                                           const std::optional<QByteArray> &text, bool last)
+bool ZelkamMobileContentsPlugin::takeImage(SeveralImages &images,
+                                           const std::optional<QByteArray> &text)
 {
     if (!text) {
         if (const auto call = currentCallBack())
             call->error(QStringLiteral("2042"), QStringLiteral("File picker error."), false);
-        return;
+        return false;
     }
     images.results.append(*text);
-    if (last)
-        images.group.leave();
+    return true;
 }
 
 } // namespace zelkam

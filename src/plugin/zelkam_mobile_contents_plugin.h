@@ -119,7 +119,7 @@ private:
     void showMultiImgPicker(const QVariantMap &args);
     void dismissSingleImgPicker();
     void convertImages(const QList<PHAsset> &assets, const QVariantMap &args);
-    void takeImage(SeveralImages &images, const std::optional<QByteArray> &text, bool last);
+    bool takeImage(SeveralImages &images, const std::optional<QByteArray> &text);
     /// From any thread.
     static std::optional<QByteArray> getImgStr(const std::optional<QByteArray> &data,
                                                const std::optional<QString> &uti,

@@ -11,7 +11,7 @@ QByteArray number(quint64 value, int bytes)
 {
     QByteArray text;
     for (int shift = 8 * (bytes - 1); shift >= 0; shift -= 8)
-        text.append(char(value >> shift & 0xff));
+        text.append(shift < 64 ? char(value >> shift & 0xff) : '\0');
     return text;
 }
 
