@@ -87,6 +87,20 @@ uint toByte(float value)
     return uint(std::clamp(value + 0.5F, 0.0F, 255.0F));
 }
 
+uint pixel(float red, float green, float blue)
+{
+    return toByte(red) << 16 | toByte(green) << 8 | toByte(blue);
+}
+
+uint converted(const Matrix &matrix, float luma, float blueness, float redness)
+{
+    const float base = matrix.luma * (luma - matrix.lumaOffset);
+    const float b = blueness - 128.0F;
+    const float r = redness - 128.0F;
+    return pixel(base + matrix.red * r, base - matrix.greenRed * r - matrix.greenBlue * b,
+                 base + matrix.blue * b);
+}
+
 } // namespace
 
 QColorSpace heifColorSpace(const heif_image_handle *handle)
@@ -119,19 +133,22 @@ QColorSpace heifColorSpace(const heif_image_handle *handle)
 QImage imageFromPlanes(const heif_image *picture, QSize target, bool premultiplied)
 {
     const heif_colorspace colors = heif_image_get_colorspace(picture);
-    const bool grey = colors == heif_colorspace_monochrome;
-    const auto matrix = matrixOf(picture);
-    if ((colors != heif_colorspace_YCbCr && !grey) || !matrix)
+    const bool isGrey = colors == heif_colorspace_monochrome;
+    const bool isRgb = colors == heif_colorspace_RGB;
+    const auto matrix = isRgb ? std::optional(Matrix()) : matrixOf(picture);
+    if ((colors != heif_colorspace_YCbCr && !isGrey && !isRgb) || !matrix)
         return {};
-    auto luma = scaler(picture, heif_channel_Y, target);
-    auto blue = grey ? std::nullopt : scaler(picture, heif_channel_Cb, target);
-    auto red = grey ? std::nullopt : scaler(picture, heif_channel_Cr, target);
-    const bool transparent = heif_image_has_channel(picture, heif_channel_Alpha) != 0;
-    auto alpha = transparent ? scaler(picture, heif_channel_Alpha, target) : std::nullopt;
-    if (!luma || (!grey && (!blue || !red)) || (transparent && !alpha))
+    auto first = scaler(picture, isRgb ? heif_channel_R : heif_channel_Y, target);
+    auto second =
+        isGrey ? std::nullopt : scaler(picture, isRgb ? heif_channel_G : heif_channel_Cb, target);
+    auto third =
+        isGrey ? std::nullopt : scaler(picture, isRgb ? heif_channel_B : heif_channel_Cr, target);
+    const bool isTransparent = heif_image_has_channel(picture, heif_channel_Alpha) != 0;
+    auto alpha = isTransparent ? scaler(picture, heif_channel_Alpha, target) : std::nullopt;
+    if (!first || (!isGrey && (!second || !third)) || (isTransparent && !alpha))
         return {};
 
-    QImage image(target, !transparent    ? QImage::Format_RGB32
+    QImage image(target, !isTransparent  ? QImage::Format_RGB32
                          : premultiplied ? QImage::Format_ARGB32_Premultiplied
                                          : QImage::Format_ARGB32);
     if (image.isNull())
@@ -139,19 +156,15 @@ QImage imageFromPlanes(const heif_image *picture, QSize target, bool premultipli
     const std::vector<float> neutral(size_t(target.width()), 128.0F);
     const std::vector<float> opaque(size_t(target.width()), 255.0F);
     for (int y = 0; y < target.height(); ++y) {
-        const auto &ys = luma->row(y);
-        const auto &bs = grey ? neutral : blue->row(y);
-        const auto &rs = grey ? neutral : red->row(y);
         const auto &as = alpha ? alpha->row(y) : opaque;
+        const auto &firsts = first->row(y);
+        const auto &seconds = isGrey ? neutral : second->row(y);
+        const auto &thirds = isGrey ? neutral : third->row(y);
         auto *line = reinterpret_cast<QRgb *>(image.scanLine(y));
-        for (size_t x = 0; x < size_t(target.width()); ++x) {
-            const float base = matrix->luma * (ys[x] - matrix->lumaOffset);
-            const float b = bs[x] - 128.0F;
-            const float r = rs[x] - 128.0F;
-            line[x] = toByte(as[x]) << 24 | toByte(base + matrix->red * r) << 16 |
-                      toByte(base - matrix->greenRed * r - matrix->greenBlue * b) << 8 |
-                      toByte(base + matrix->blue * b);
-        }
+        for (size_t x = 0; x < size_t(target.width()); ++x)
+            line[x] = toByte(as[x]) << 24 |
+                      (isRgb ? pixel(firsts[x], seconds[x], thirds[x])
+                             : converted(*matrix, firsts[x], seconds[x], thirds[x]));
     }
     return image;
 }

@@ -129,6 +129,7 @@ std::optional<HeifStructure::Cost> HeifStructure::gridCost(const Item &item, int
     }
     // The canvas, and its copy while it is turned or mirrored.
     constexpr int canvasBytes = 2 * 3;
+    tiles.isComposed = true;
     tiles.pixels += canvas;
     tiles.bytes = canvas * canvasBytes + tilesAtOnce * largestTile;
     return tiles;

@@ -114,13 +114,17 @@ std::optional<HeifPicture> HeifPicture::thumbnail(QSize atLeast) const
 QImage HeifPicture::decode(QSize target) const
 {
     const bool premultiplied = heif_image_handle_is_premultiplied_alpha(m_handle.get()) != 0;
-    // As it is stored: left to itself, libheif would make a full picture in red, green and blue.
+    // As libheif holds it: every other wish, also that for nothing certain, makes it convert the
+    // whole picture.
     constexpr heif_chroma stored[] = {heif_chroma_monochrome, heif_chroma_420, heif_chroma_422,
                                       heif_chroma_444};
+    const bool isGrey = m_cost.chromaFormat == 0;
     const auto picture =
-        decodeHandle(m_handle.get(),
-                     m_cost.chromaFormat == 0 ? heif_colorspace_monochrome : heif_colorspace_YCbCr,
-                     stored[m_cost.chromaFormat]);
+        m_cost.isComposed
+            ? decodeHandle(m_handle.get(), heif_colorspace_RGB, heif_chroma_444)
+            : decodeHandle(m_handle.get(),
+                           isGrey ? heif_colorspace_monochrome : heif_colorspace_YCbCr,
+                           stored[m_cost.chromaFormat]);
     if (!picture)
         return {};
     const QSize own(heif_image_get_primary_width(picture.get()),

@@ -24,9 +24,10 @@ public:
     /// What decoding an image takes.
     struct Cost
     {
-        qint64 pixels = 0;    ///< that are decoded or composed
-        qint64 bytes = 0;     ///< held by the decoder at the same time, without the result
-        int chromaFormat = 1; ///< how the colours are stored, as HevcPictureFormat has it
+        qint64 pixels = 0;       ///< that are decoded or composed
+        qint64 bytes = 0;        ///< held by the decoder at the same time, without the result
+        bool isComposed = false; ///< of tiles, which libheif makes red, green and blue
+        int chromaFormat = 1;    ///< how the colours are stored, as HevcPictureFormat has it
     };
 
     /// Reads the boxes. The bytes must outlive the object. Nothing when they are no HEIF file, or
