@@ -14,8 +14,8 @@ struct DemoFile
 };
 
 /// The demo's file of a name, made when it is asked for; nothing for any other name.
-/// "coast.jpg", "dunes.jpg" and "night.png" (drawn landscapes), "report.pdf" (two pages), "notes.txt", and "soundings.zkd",
-/// a kind that no device knows. Main thread, as some are drawn.
+/// "coast.jpg", "dunes.jpg" and "night.png" (drawn landscapes), "report.pdf" (two pages),
+/// "notes.txt", and "soundings.zkd", a kind that no device knows. Main thread, as some are drawn.
 std::optional<DemoFile> demoFile(const QString &name);
 
 /// A receipt (PDF) over what was sent to the demo's server.
