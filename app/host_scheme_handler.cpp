@@ -29,10 +29,10 @@ void replyPieces(QWebEngineUrlRequestJob *job, QList<QByteArray> pieces)
     reply(job, QByteArrayLiteral("text/plain"), std::move(device));
 }
 
-void replyHalf(QWebEngineUrlRequestJob *job, const TextHalf &half)
+void replyPart(QWebEngineUrlRequestJob *job, const TextPart &part)
 {
-    auto device = std::make_unique<PiecesDevice>(QList<QByteArray>{half.text});
-    device->setStretch(half.start, half.size);
+    auto device = std::make_unique<PiecesDevice>(QList<QByteArray>{part.text});
+    device->setStretch(part.start, part.size);
     device->open(QIODevice::ReadOnly | QIODevice::Unbuffered);
     reply(job, QByteArrayLiteral("text/plain"), std::move(device));
 }
@@ -94,10 +94,10 @@ void HostSchemeHandler::answerBridge(QWebEngineUrlRequestJob *job,
         const QStringList parts = path.mid(repliesPath.size()).split(u'/');
         const QByteArray token = parts.first().toLatin1();
         if (parts.size() == 3) {
-            const auto half =
-                m_bridge.takeHalf(token, parts.at(1).toInt(), parts.at(2).toInt(), initiator);
-            if (half) {
-                replyHalf(job, *half);
+            const auto part =
+                m_bridge.takePart(token, parts.at(1).toInt(), parts.at(2).toInt(), initiator);
+            if (part) {
+                replyPart(job, *part);
                 return;
             }
         } else if (auto body = m_bridge.takeReplies(token, initiator)) {

@@ -16,7 +16,7 @@ class ScriptBridge;
 ///
 ///   zelkam://bridge/session          opens a session for the document that asks
 ///   zelkam://bridge/replies/<token>  the replies that wait for it
-///   zelkam://bridge/replies/<token>/<index>/<half>  half of a long text of those replies
+///   zelkam://bridge/replies/<token>/<index>/<part>  part of a long text of those replies
 ///   zelkam://container/<path>        a file of the container
 ///   zelkam://app/<path>              the local page and its files
 ///

@@ -116,11 +116,15 @@ private:
 
     void bytes(const QByteArray &bytes)
     {
-        const bool ascii = isAscii(bytes);
-        if (ascii && m_kept && bytes.size() >= keptTextSize) {
+        // A kept text is a body of its own, of which no length counts: it is taken for the ASCII that
+        // it should be, as looking at tens of megabytes takes as long as encoding them.
+        if (m_kept && bytes.size() >= keptTextSize) {
             line += "{\"" + m_tag + "\":[" + QByteArray::number(m_kept->size()) + "]}";
             m_kept->append(bytes);
-        } else if (ascii && bytes.size() >= rawTextSize) {
+            return;
+        }
+        const bool ascii = isAscii(bytes);
+        if (ascii && bytes.size() >= rawTextSize) {
             line += "{\"" + m_tag + "\":" + QByteArray::number(texts.size()) + '}';
             texts.append(bytes);
         } else {
@@ -208,7 +212,8 @@ QList<QByteArray> replyBody(const QList<ScriptReply> &replies, const QByteArray 
             writer.line += ',';
         writer.line += QByteArray::number(writer.texts.at(i).size());
     }
-    writer.line += "],\"kept\":" + QByteArray::number(kept ? kept->size() : 0) + "}\n";
+    writer.line += "],\"kept\":" + QByteArray::number(kept ? kept->size() : 0) +
+                   ",\"parts\":" + QByteArray::number(keptTextParts) + "}\n";
     return QList<QByteArray>{writer.line} + writer.texts;
 }
 

@@ -25,17 +25,22 @@ struct ScriptReply
 
 /// Writes replies as one body for the injected script: a line of JSON, then raw text.
 ///
-/// The line is pure ASCII: { "replies": [...], "texts": [lengths], "kept": count }. ASCII text of
+/// The line is pure ASCII: { "replies": [...], "texts": [lengths], "kept": count,
+/// "parts": count }. ASCII text of
 /// 64 KiB and more that comes as a QByteArray is not put into the line; an object whose only key is
 /// the tag stands for it there, and its bytes follow the line's feed, shared and not copied.
 ///
 /// @param kept  takes the texts of 1 MiB and more, shared, when it is given: the script fetches
-///              each of them in two halves at the same time, which takes two thirds of the time.
+///              each of them in parts at the same time, which takes less than two thirds of the time.
 ///              The value under the tag is then a list with the index of the text.
 ///
 /// What JSON cannot hold (a number that is not finite, say) is written as null.
 QList<QByteArray> replyBody(const QList<ScriptReply> &replies, const QByteArray &tag,
                             QList<QByteArray> *kept = nullptr);
+
+/// In how many parts the script fetches a long text. The web engine hands 64 KiB at a time to the
+/// page's process and waits for it; with several parts on the way, one of them is always ready.
+inline constexpr int keptTextParts = 4;
 
 /// The longest text that the web engine's script can hold, less some room: a body beyond it arrives
 /// as an empty text, and its replies with it.

@@ -111,13 +111,13 @@ std::optional<QList<QByteArray>> ScriptBridge::takeReplies(const QByteArray &tok
     return body;
 }
 
-std::optional<TextHalf> ScriptBridge::takeHalf(const QByteArray &token, qsizetype index, int half,
+std::optional<TextPart> ScriptBridge::takePart(const QByteArray &token, qsizetype index, int part,
                                                const std::optional<WebOrigin> &origin)
 {
     const auto session = m_sessions.value(token);
     if (!session || !origin || session->origin() != *origin)
         return std::nullopt;
-    return session->takeHalf(index, half);
+    return session->takePart(index, part);
 }
 
 void ScriptBridge::endSessions()

@@ -76,9 +76,9 @@ public:
     std::optional<QList<QByteArray>> takeReplies(const QByteArray &token,
                                                  const std::optional<WebOrigin> &origin);
 
-    /// One half of a long text of the replies that were taken last, once. Nothing unless there is
+    /// One part of a long text of the replies that were taken last, once. Nothing unless there is
     /// one of that index and the session belongs to the origin.
-    std::optional<TextHalf> takeHalf(const QByteArray &token, qsizetype index, int half,
+    std::optional<TextPart> takePart(const QByteArray &token, qsizetype index, int part,
                                      const std::optional<WebOrigin> &origin);
 
     /// Ends every session: the document is gone.

@@ -65,20 +65,22 @@ void ScriptSession::keep(const QList<QByteArray> &texts)
 {
     m_kept.clear();
     for (const QByteArray &text : texts)
-        m_kept.append({text});
+        m_kept.append({text, {}});
 }
 
-std::optional<TextHalf> ScriptSession::takeHalf(qsizetype index, int half)
+std::optional<TextPart> ScriptSession::takePart(qsizetype index, int part)
 {
-    if (index < 0 || index >= m_kept.size() || half < 0 || half > 1)
+    if (index < 0 || index >= m_kept.size() || part < 0 || part >= keptTextParts)
         return std::nullopt;
     KeptText &kept = m_kept[index];
-    if (std::exchange(kept.isTaken[half], true))
+    const auto bit = static_cast<size_t>(part);
+    if (kept.isTaken.test(bit))
         return std::nullopt;
-    const qint64 middle = kept.text.size() / 2;
-    TextHalf result{kept.text, half == 0 ? 0 : middle,
-                    half == 0 ? middle : kept.text.size() - middle};
-    if (kept.isTaken[0] && kept.isTaken[1])
+    kept.isTaken.set(bit);
+    const qint64 start = kept.text.size() * part / keptTextParts;
+    const qint64 end = kept.text.size() * (part + 1) / keptTextParts;
+    TextPart result{kept.text, start, end - start};
+    if (kept.isTaken.all())
         kept.text.clear();
     return result;
 }

@@ -5,6 +5,7 @@
 
 #include <QByteArray>
 #include <QList>
+#include <bitset>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -13,7 +14,7 @@
 namespace zelkam {
 
 /// A stretch of a text, which is shared and not copied.
-struct TextHalf
+struct TextPart
 {
     QByteArray text;
     qint64 start = 0;
@@ -41,11 +42,11 @@ public:
     /// Puts replies that were taken back before those that wait. From any thread.
     void putBack(const QList<ScriptReply> &replies);
 
-    /// Keeps the long texts of the replies that were taken last, until each of their halves is
+    /// Keeps the long texts of the replies that were taken last, until each of their parts is
     /// taken or the next replies are. Main thread.
     void keep(const QList<QByteArray> &texts);
-    /// Gives a half (0 or 1), once. Main thread.
-    std::optional<TextHalf> takeHalf(qsizetype index, int half);
+    /// Gives one of the keptTextParts of a text, once. Main thread.
+    std::optional<TextPart> takePart(qsizetype index, int part);
 
     /// Ends the session: what waits and what comes is dropped. Main thread.
     void close();
@@ -54,7 +55,7 @@ private:
     struct KeptText
     {
         QByteArray text;
-        bool isTaken[2] = {false, false};
+        std::bitset<keptTextParts> isTaken;
     };
 
     void wakeLater();

@@ -84,24 +84,28 @@ function unpack(body, kept) {
     }).replies;
 }
 
-// The longest texts come in two halves at the same time, which is faster than one after the other.
-function fetchKept(count, done) {
-    const halves = [];
+// The longest texts come in parts at the same time, which is faster than in one piece. A text of
+// which a part is missing is null.
+function fetchKept(count, parts, done) {
     const kept = [];
-    let missing = 2 * count;
-    if (missing === 0) done(kept);
-    for (let i = 0; i < 2 * count; i += 1) {
-        const index = i >> 1;
-        read(`replies/${token}/${index}/${i & 1}`, (half) => {
-            halves[i] = half;
-            missing -= 1;
-            if (missing > 0) return;
-            for (let j = 0; j < count; j += 1) {
-                const whole = halves[2 * j] !== null && halves[2 * j + 1] !== null;
-                kept[j] = whole ? halves[2 * j] + halves[2 * j + 1] : null;
-            }
-            done(kept);
-        });
+    let texts = count;
+    if (texts === 0) done(kept);
+    for (let i = 0; i < count; i += 1) {
+        const pieces = [];
+        let missing = parts;
+        for (let j = 0; j < parts; j += 1) {
+            read(`replies/${token}/${i}/${j}`, (piece) => {
+                pieces[j] = piece;
+                missing -= 1;
+                if (missing > 0) return;
+                kept[i] = '';
+                for (let k = 0; k < parts && kept[i] !== null; k += 1) {
+                    kept[i] = pieces[k] === null ? null : kept[i] + pieces[k];
+                }
+                texts -= 1;
+                if (texts === 0) done(kept);
+            });
+        }
     }
 }
 
@@ -128,8 +132,8 @@ function fetchReplies() {
             endFetch([]);
             return;
         }
-        const { kept } = parse(body.slice(0, body.indexOf('\n')));
-        fetchKept(kept, (texts) => endFetch(unpack(body, texts)));
+        const { kept, parts } = parse(body.slice(0, body.indexOf('\n')));
+        fetchKept(kept, parts, (texts) => endFetch(unpack(body, texts)));
     });
 }
 

@@ -5,12 +5,45 @@
 #include "platform/foundation/sandbox_path.h"
 
 #include <QRandomGenerator>
+#include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 namespace zelkam {
+
+namespace {
+
+bool isFolder(int folder, const QByteArray &name)
+{
+    struct stat info = {};
+    return ::fstatat(folder, name.constData(), &info, AT_SYMLINK_NOFOLLOW) == 0 &&
+           S_ISDIR(info.st_mode);
+}
+
+/// Puts a new file under its name. An older file or link there is replaced and not followed; a
+/// folder there makes this fail.
+///
+/// The two change places before the older one goes: ext4 begins to write a file to the disk when it
+/// is renamed over another, which takes longer than copying it. There is always one whole file.
+std::error_code putInPlace(int folder, const QByteArray &from, const QByteArray &name)
+{
+    const auto rename = [&](unsigned flags) {
+        return ::renameat2(folder, from.constData(), folder, name.constData(), flags) == 0;
+    };
+    if (rename(RENAME_NOREPLACE))
+        return {};
+    if (errno == EEXIST && !isFolder(folder, name) && rename(RENAME_EXCHANGE)) {
+        if (::unlinkat(folder, from.constData(), 0) == 0)
+            return {};
+        rename(RENAME_EXCHANGE); // a folder has come in between
+    }
+    // Some file systems know neither way.
+    return rename(0) ? std::error_code() : lastError();
+}
+
+} // namespace
 
 std::error_code FileManager::createFile(const QString &atPath, const QByteArray &contents)
 {
@@ -48,9 +81,8 @@ std::error_code FileManager::createFile(const QString &atPath, const Writer &wri
     // Some file systems tell only here that a write has failed.
     if (::close(file.release()) != 0 && !error)
         error = lastError();
-    // The target is not followed if it is a link, and a folder there makes this fail.
-    if (!error && ::renameat(folder, beside.constData(), folder, item->name.constData()) != 0)
-        error = lastError();
+    if (!error)
+        error = putInPlace(folder, beside, item->name);
     if (error)
         ::unlinkat(folder, beside.constData(), 0);
     return error;

@@ -1,6 +1,7 @@
 #include "platform/foundation/regular_file.h"
 
 #include <QFile>
+#include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -55,14 +56,19 @@ qint64 RegularFile::read(char *data, qint64 maxSize) const
     return got;
 }
 
+qint64 RegularFile::readAt(qint64 offset, char *data, qint64 maxSize) const
+{
+    ssize_t got = 0;
+    do {
+        got = ::pread(m_file.get(), data, static_cast<size_t>(maxSize), offset);
+    } while (got < 0 && errno == EINTR);
+    return got;
+}
+
 QByteArray RegularFile::head(qsizetype maxSize) const
 {
     QByteArray bytes(maxSize, Qt::Uninitialized);
-    ssize_t got = 0;
-    do {
-        got = ::pread(m_file.get(), bytes.data(), static_cast<size_t>(maxSize), 0);
-    } while (got < 0 && errno == EINTR);
-    bytes.truncate(got < 0 ? 0 : got);
+    bytes.truncate(std::max<qint64>(readAt(0, bytes.data(), maxSize), 0));
     return bytes;
 }
 
