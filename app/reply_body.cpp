@@ -116,8 +116,8 @@ private:
 
     void bytes(const QByteArray &bytes)
     {
-        // A kept text is a body of its own, of which no length counts: it is taken for the ASCII that
-        // it should be, as looking at tens of megabytes takes as long as encoding them.
+        // A kept text is a body of its own, of which no length counts: it is taken for the ASCII
+        // that it should be, as looking at tens of megabytes takes as long as encoding them.
         if (m_kept && bytes.size() >= keptTextSize) {
             line += "{\"" + m_tag + "\":[" + QByteArray::number(m_kept->size()) + "]}";
             m_kept->append(bytes);

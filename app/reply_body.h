@@ -31,8 +31,8 @@ struct ScriptReply
 /// the tag stands for it there, and its bytes follow the line's feed, shared and not copied.
 ///
 /// @param kept  takes the texts of 1 MiB and more, shared, when it is given: the script fetches
-///              each of them in parts at the same time, which takes less than two thirds of the time.
-///              The value under the tag is then a list with the index of the text.
+///              each of them in parts at the same time, which takes less than two thirds of the
+///              time. The value under the tag is then a list with the index of the text.
 ///
 /// What JSON cannot hold (a number that is not finite, say) is written as null.
 QList<QByteArray> replyBody(const QList<ScriptReply> &replies, const QByteArray &tag,

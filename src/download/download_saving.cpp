@@ -8,9 +8,9 @@
 #include "platform/foundation/file_manager.h"
 #include "platform/foundation/file_reader.h"
 #include "platform/foundation/percent_encoding.h"
+#include "platform/images/ui_image.h"
 #include "platform/network/url_response.h"
 #include "platform/photos/saved_photos_album.h"
-#include "platform/photos/ui_image.h"
 
 #include <QLocale>
 #include <chrono>

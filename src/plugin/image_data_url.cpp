@@ -1,8 +1,8 @@
 #include "plugin/zelkam_mobile_contents_plugin.h"
 
 #include "host/argument_values.h"
-#include "platform/photos/image_representation.h"
-#include "platform/photos/picture.h"
+#include "platform/images/image_representation.h"
+#include "platform/images/picture.h"
 #include "plugin/data_url.h"
 
 namespace zelkam {

@@ -4,7 +4,7 @@
 #include "host/zlog.h"
 #include "platform/foundation/console.h"
 #include "platform/foundation/dispatch_queue.h"
-#include "platform/photos/image_representation.h"
+#include "platform/images/image_representation.h"
 #include "plugin/data_url.h"
 #include "plugin/zelkam_mobile_single_image_picker.h"
 

@@ -1,6 +1,6 @@
 #include "host_process.h"
-#include "platform/photos/heif_writer.h"
-#include "platform/photos/picture_comparison.h"
+#include "platform/images/heif_writer.h"
+#include "platform/images/picture_comparison.h"
 #include "support/http_test_server.h"
 
 #include <QDir>

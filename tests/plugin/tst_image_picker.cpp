@@ -1,17 +1,17 @@
-#include "platform/photos/heif_writer.h"
+#include "platform/images/heif_writer.h"
+#include "platform/images/picture_comparison.h"
 #include "platform/photos/ph_photo_library.h"
-#include "platform/photos/picture_comparison.h"
 #include "platform/photos/saved_photos_album.h"
 #include "platform/photos_ui/camera_device.h"
 #include "platform/photos_ui/camera_view.h"
 #include "platform/photos_ui/image_grid_picker_controller.h"
-#include "platform/ui/sample_files.h"
 #include "platform/ui/theme.h"
 #include "platform/ui/ui_application.h"
 #include "platform/ui/ui_window.h"
 #include "plugin/zelkam_mobile_contents_plugin.h"
 #include "plugin/zelkam_mobile_single_image_picker.h"
 #include "support/recording_call.h"
+#include "support/sample_files.h"
 
 #include <QDir>
 #include <QStandardPaths>

@@ -29,8 +29,8 @@ public:
     /// Reads on from where the last read ended. Gives the count, 0 at the end, -1 on a failure.
     qint64 read(char *data, qint64 maxSize) const;
 
-    /// Reads from a place in the file. The count, 0 at the end, -1 on a failure. Leaves the place of
-    /// read() where it is; several threads may do this at once.
+    /// Reads from a place in the file. The count, 0 at the end, -1 on a failure. Leaves the place
+    /// of read() where it is; several threads may do this at once.
     qint64 readAt(qint64 offset, char *data, qint64 maxSize) const;
 
     /// The first bytes. Leaves the place of reading where it is.

@@ -1,8 +1,8 @@
 #include "platform/photos/ph_image_manager.h"
 
 #include "platform/foundation/dispatch_queue.h"
+#include "platform/images/picture.h"
 #include "platform/photos/photo_workers.h"
-#include "platform/photos/picture.h"
 
 #include <QCoreApplication>
 #include <QPointer>

@@ -1,8 +1,8 @@
 #include "platform/photos_ui/ui_image_picker_controller.h"
 
 #include "platform/foundation/dispatch_queue.h"
+#include "platform/images/picture.h"
 #include "platform/photos/photo_workers.h"
-#include "platform/photos/picture.h"
 #include "platform/photos_ui/camera_view.h"
 #include "platform/photos_ui/photo_grid_view.h"
 #include "platform/photos_ui/photo_library_view.h"

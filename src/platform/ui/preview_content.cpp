@@ -1,9 +1,9 @@
 #include "platform/ui/preview_content.h"
 
-#include "platform/ui/image_decoding.h"
+#include "platform/images/image_decoding.h"
+#include "platform/images/svg_guard.h"
 #include "platform/ui/pdf_pages.h"
 #include "platform/ui/ql_preview_controller.h"
-#include "platform/ui/svg_guard.h"
 
 #include <QBuffer>
 #include <QCoreApplication>

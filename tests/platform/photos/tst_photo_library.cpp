@@ -3,7 +3,7 @@
 #include "platform/photos/ph_photo_library.h"
 #include "platform/photos/saved_photos_album.h"
 #include "platform/photos/thumbnail_store.h"
-#include "platform/ui/sample_files.h"
+#include "support/sample_files.h"
 
 #include <QCryptographicHash>
 #include <QDateTime>

@@ -1,11 +1,11 @@
+#include "platform/images/svg_guard.h"
 #include "platform/ui/image_view.h"
 #include "platform/ui/pdf_view.h"
 #include "platform/ui/preview_file.h"
 #include "platform/ui/ql_preview_controller.h"
-#include "platform/ui/svg_guard.h"
 #include "platform/ui/theme.h"
 #include "platform/ui/ui_window.h"
-#include "sample_files.h"
+#include "support/sample_files.h"
 
 #include <QPlainTextEdit>
 #include <QSignalSpy>

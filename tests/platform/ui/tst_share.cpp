@@ -5,7 +5,7 @@
 #include "platform/ui/ui_device.h"
 #include "platform/ui/ui_navigation_bar.h"
 #include "platform/ui/ui_window.h"
-#include "sample_files.h"
+#include "support/sample_files.h"
 
 #include <QAbstractButton>
 #include <QClipboard>

@@ -1,8 +1,8 @@
 #include "heif_writer.h"
 #include "picture_comparison.h"
-#include "platform/photos/image_representation.h"
-#include "platform/photos/picture.h"
-#include "platform/ui/sample_files.h"
+#include "platform/images/image_representation.h"
+#include "platform/images/picture.h"
+#include "support/sample_files.h"
 
 #include <QBuffer>
 #include <QImageWriter>

@@ -1,6 +1,6 @@
-#include "platform/photos/heif/heif_picture.h"
+#include "platform/images/heif/heif_picture.h"
 
-#include "platform/photos/heif/heif_colors.h"
+#include "platform/images/heif/heif_colors.h"
 
 #include <cmath>
 

@@ -1,6 +1,6 @@
 #include "heif_writer.h"
 #include "picture_comparison.h"
-#include "platform/photos/ui_image.h"
+#include "platform/images/ui_image.h"
 
 #include <QBuffer>
 #include <QColorSpace>

@@ -1,4 +1,4 @@
-#include "platform/photos/heif/plane_scaler.h"
+#include "platform/images/heif/plane_scaler.h"
 
 #include <algorithm>
 #include <cmath>

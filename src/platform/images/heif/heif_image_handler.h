@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/photos/heif/heif_picture.h"
+#include "platform/images/heif/heif_picture.h"
 
 #include <QImageIOHandler>
 #include <optional>

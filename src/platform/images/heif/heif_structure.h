@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/photos/heif/hevc_parameter_set.h"
+#include "platform/images/heif/hevc_parameter_set.h"
 
 #include <QByteArray>
 #include <QByteArrayView>

@@ -1,4 +1,4 @@
-#include "platform/photos/heif/heif_image_handler.h"
+#include "platform/images/heif/heif_image_handler.h"
 
 #include <QImageReader>
 

@@ -1,4 +1,4 @@
-#include "platform/photos/heif/hevc_parameter_set.h"
+#include "platform/images/heif/hevc_parameter_set.h"
 
 #include <QByteArray>
 

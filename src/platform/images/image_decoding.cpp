@@ -1,12 +1,17 @@
-#include "platform/ui/image_decoding.h"
+#include "platform/images/image_decoding.h"
 
-#include "platform/ui/image_wholeness.h"
-#include "platform/ui/jpeg_structure.h"
+#include "platform/images/image_wholeness.h"
+#include "platform/images/jpeg_structure.h"
 
 #include <QBuffer>
 #include <QColorSpace>
 #include <QImageReader>
+#include <QtPlugin>
 #include <mutex>
+
+// Whoever decodes pictures through this layer gets HEIC, and with it every QImageReader of the
+// program.
+Q_IMPORT_PLUGIN(ZelkamHeifImagePlugin)
 
 namespace zelkam {
 

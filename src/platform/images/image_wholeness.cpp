@@ -1,4 +1,4 @@
-#include "platform/ui/image_wholeness.h"
+#include "platform/images/image_wholeness.h"
 
 #include <QtEndian>
 

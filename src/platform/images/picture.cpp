@@ -1,8 +1,8 @@
-#include "platform/photos/picture.h"
+#include "platform/images/picture.h"
 
 #include "platform/foundation/regular_file.h"
-#include "platform/ui/image_decoding.h"
-#include "platform/ui/svg_guard.h"
+#include "platform/images/image_decoding.h"
+#include "platform/images/svg_guard.h"
 
 #include <QColorSpace>
 #include <QPainter>

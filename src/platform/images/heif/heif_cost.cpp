@@ -1,5 +1,5 @@
-#include "platform/photos/heif/byte_reader.h"
-#include "platform/photos/heif/heif_structure.h"
+#include "platform/images/heif/byte_reader.h"
+#include "platform/images/heif/heif_structure.h"
 
 #include <cmath>
 

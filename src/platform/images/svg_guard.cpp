@@ -1,4 +1,4 @@
-#include "platform/ui/svg_guard.h"
+#include "platform/images/svg_guard.h"
 
 #include <QHash>
 #include <QStringList>

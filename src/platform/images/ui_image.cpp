@@ -1,13 +1,8 @@
-#include "platform/photos/ui_image.h"
+#include "platform/images/ui_image.h"
 
-#include "platform/ui/image_decoding.h"
+#include "platform/images/image_decoding.h"
 
-#include <QtPlugin>
 #include <algorithm>
-
-// Whoever decodes pictures through this layer gets HEIC, and with it every QImageReader of the
-// program.
-Q_IMPORT_PLUGIN(ZelkamHeifImagePlugin)
 
 namespace zelkam {
 

@@ -1,4 +1,4 @@
-#include "platform/ui/jpeg_structure.h"
+#include "platform/images/jpeg_structure.h"
 
 #include <QtEndian>
 

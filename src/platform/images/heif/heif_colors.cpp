@@ -1,6 +1,6 @@
-#include "platform/photos/heif/heif_colors.h"
+#include "platform/images/heif/heif_colors.h"
 
-#include "platform/photos/heif/plane_scaler.h"
+#include "platform/images/heif/plane_scaler.h"
 
 #include <QByteArray>
 #include <algorithm>

@@ -1,6 +1,6 @@
-#include "platform/photos/heif/heif_structure.h"
+#include "platform/images/heif/heif_structure.h"
 
-#include "platform/photos/heif/byte_reader.h"
+#include "platform/images/heif/byte_reader.h"
 
 namespace zelkam {
 

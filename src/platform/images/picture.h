@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/photos/ui_image.h"
+#include "platform/images/ui_image.h"
 
 #include <QByteArray>
 #include <QSize>

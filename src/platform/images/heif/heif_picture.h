@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/photos/heif/heif_structure.h"
+#include "platform/images/heif/heif_structure.h"
 
 #include <QByteArray>
 #include <QImage>

@@ -1,4 +1,4 @@
-#include "platform/photos/image_representation.h"
+#include "platform/images/image_representation.h"
 
 #include <QBuffer>
 #include <QColorSpace>

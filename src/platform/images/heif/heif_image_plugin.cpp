@@ -1,6 +1,6 @@
-#include "platform/photos/heif/heif_image_plugin.h"
+#include "platform/images/heif/heif_image_plugin.h"
 
-#include "platform/photos/heif/heif_image_handler.h"
+#include "platform/images/heif/heif_image_handler.h"
 
 QImageIOPlugin::Capabilities ZelkamHeifImagePlugin::capabilities(QIODevice *device,
                                                                  const QByteArray &format) const
