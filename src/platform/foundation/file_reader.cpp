@@ -1,13 +1,10 @@
 #include "platform/foundation/file_reader.h"
 
-#include <algorithm>
 #include <mutex>
 
 namespace zelkam {
 
 namespace {
-
-constexpr qsizetype growth = 64 * 1024;
 
 std::mutex resolverMutex;
 
@@ -55,23 +52,7 @@ std::optional<RegularFile> openContentsOf(const URL &url)
 std::optional<QByteArray> dataWithContentsOf(const URL &url)
 {
     const auto file = openContentsOf(url);
-    if (!file)
-        return std::nullopt;
-    QByteArray bytes(static_cast<qsizetype>(file->size()), Qt::Uninitialized);
-    qsizetype filled = 0;
-    while (filled < file->limit()) {
-        // Only a file without a size gets here with a full buffer.
-        if (filled == bytes.size())
-            bytes.resize(filled + std::min<qsizetype>(file->limit() - filled, growth));
-        const qint64 got = file->read(bytes.data() + filled, bytes.size() - filled);
-        if (got < 0)
-            return std::nullopt;
-        if (got == 0)
-            break;
-        filled += got;
-    }
-    bytes.truncate(filled);
-    return bytes;
+    return file ? file->readAll() : std::nullopt;
 }
 
 } // namespace zelkam

@@ -13,6 +13,7 @@ namespace {
 
 /// A file without a size may have no end either.
 constexpr qint64 maxMadeUpContent = 64 * 1024 * 1024;
+constexpr qsizetype growth = 64 * 1024;
 
 bool isPath(const QString &path)
 {
@@ -63,6 +64,25 @@ qint64 RegularFile::readAt(qint64 offset, char *data, qint64 maxSize) const
         got = ::pread(m_file.get(), data, static_cast<size_t>(maxSize), offset);
     } while (got < 0 && errno == EINTR);
     return got;
+}
+
+std::optional<QByteArray> RegularFile::readAll() const
+{
+    QByteArray bytes(static_cast<qsizetype>(m_size), Qt::Uninitialized);
+    qsizetype filled = 0;
+    while (filled < limit()) {
+        // Only a file without a size gets here with a full buffer.
+        if (filled == bytes.size())
+            bytes.resize(filled + std::min<qsizetype>(limit() - filled, growth));
+        const qint64 got = read(bytes.data() + filled, bytes.size() - filled);
+        if (got < 0)
+            return std::nullopt;
+        if (got == 0)
+            break;
+        filled += got;
+    }
+    bytes.truncate(filled);
+    return bytes;
 }
 
 QByteArray RegularFile::head(qsizetype maxSize) const

@@ -33,6 +33,9 @@ public:
     /// of read() where it is; several threads may do this at once.
     qint64 readAt(qint64 offset, char *data, qint64 maxSize) const;
 
+    /// Reads all that is left of it, up to the limit. Nothing when a read fails.
+    std::optional<QByteArray> readAll() const;
+
     /// The first bytes. Leaves the place of reading where it is.
     QByteArray head(qsizetype maxSize) const;
 

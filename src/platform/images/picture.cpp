@@ -96,20 +96,7 @@ std::optional<UIImage> decodePictureForThumbnail(const QByteArray &data,
 std::optional<QByteArray> readPictureFile(const QString &path)
 {
     const auto file = RegularFile::open(path);
-    if (!file || file->size() > largestFile)
-        return std::nullopt;
-    QByteArray data(file->size(), Qt::Uninitialized);
-    qint64 filled = 0;
-    while (filled < data.size()) {
-        const qint64 count = file->read(data.data() + filled, data.size() - filled);
-        if (count < 0)
-            return std::nullopt;
-        if (count == 0)
-            break;
-        filled += count;
-    }
-    data.truncate(filled);
-    return data;
+    return file && file->size() <= largestFile ? file->readAll() : std::nullopt;
 }
 
 } // namespace zelkam
