@@ -51,6 +51,8 @@ function(zelkam_write_dependencies name)
             string(APPEND lines "find_dependency(${CMAKE_MATCH_1})\n")
         elseif(dependency STREQUAL "heif")
             string(APPEND lines "find_dependency(libheif)\n")
+        elseif(dependency STREQUAL "de265")
+            # It has no package; the linker finds it.
         else()
             message(FATAL_ERROR "No package is known that has the target ${dependency}.")
         endif()

@@ -1,6 +1,7 @@
 #include "platform/images/heif/heif_picture.h"
 
 #include "platform/images/heif/heif_colors.h"
+#include "platform/images/heif/hevc_decoder.h"
 
 #include <cmath>
 
@@ -67,6 +68,7 @@ std::optional<HeifPicture> HeifPicture::open(const QByteArray &file)
     const auto cost = structure ? structure->cost(structure->primaryItem()) : std::nullopt;
     if (!cost)
         return std::nullopt;
+    registerHevcDecoder();
     const HeifContext context(heif_context_alloc());
     heif_image_handle *handle = nullptr;
     if (!context ||
@@ -119,6 +121,8 @@ QImage HeifPicture::decode(QSize target) const
     constexpr heif_chroma stored[] = {heif_chroma_monochrome, heif_chroma_420, heif_chroma_422,
                                       heif_chroma_444};
     const bool isGrey = m_cost.chromaFormat == 0;
+    const HevcDraft draft(!target.isEmpty() && 2 * target.width() <= size().width() &&
+                          2 * target.height() <= size().height());
     const auto picture =
         m_cost.isComposed
             ? decodeHandle(m_handle.get(), heif_colorspace_RGB, heif_chroma_444)
