@@ -26,7 +26,8 @@ struct Container
 
 Container &container()
 {
-    static Container instance;
+    // Never destroyed: queues that run their last work as the program ends still ask for it.
+    static Container &instance = *new Container;
     return instance;
 }
 
@@ -125,7 +126,7 @@ std::error_code setTemporaryDirectory(const QString &path)
 
 FileManager &FileManager::defaultManager()
 {
-    static FileManager manager;
+    static FileManager &manager = *new FileManager; // never destroyed, as the container
     return manager;
 }
 

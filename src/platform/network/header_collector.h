@@ -37,6 +37,7 @@ private:
     };
 
     QList<Field> m_fields;
+    qsizetype m_last = -1; ///< the field that the last line belonged to
     std::size_t m_bytes = 0;
     int m_count = 0;
     int m_status = 0;

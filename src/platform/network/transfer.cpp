@@ -71,6 +71,11 @@ bool Transfer::applyOptions()
     m_errorText[0] = 0;
     set(CURLOPT_ERRORBUFFER, m_errorText.data());
     set(CURLOPT_NOSIGNAL, 1L);
+    // A transfer that ends does not wait for the look-up of a name.
+    set(CURLOPT_QUICK_EXIT, 1L);
+    // A proxy reaches another machine under the names of this one, and must not see its requests.
+    if (isLoopbackHost(m_chain.url().toQUrl().host()))
+        set(CURLOPT_NOPROXY, "*");
     set(CURLOPT_URL, m_chain.urlOnWire().constData());
     set(CURLOPT_PROTOCOLS_STR, "http,https");
     set(CURLOPT_FOLLOWLOCATION, 0L);
