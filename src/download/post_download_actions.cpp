@@ -54,8 +54,11 @@ void ZelkamMobileFileDownloadUtil::presentToast(const QString &name) const
     UIViewController *top =
         window ? UIApplication::topViewController(window->rootViewController().get()) : nullptr;
     const auto bundle = Bundle::withIdentifier(bundleIdentifier);
-    const QString text =
-        bundle ? bundle->localizedString(QString::fromLatin1(toastMessageKey)) : QString();
+    const QString key = QString::fromLatin1(toastMessageKey);
+    QString text = bundle ? bundle->localizedString(key) : QString();
+    // Without a translation the bundle gives the key, which nobody should read.
+    if (text == key)
+        text.clear();
     if (!top)
         return;
     makeToast(top->view(), name + u' ' + text, std::chrono::milliseconds(500),
