@@ -1,5 +1,6 @@
 #include "platform/foundation/file_manager.h"
 
+#include "platform/foundation/file_renaming.h"
 #include "platform/foundation/sandbox_path.h"
 
 #include <QCoreApplication>
@@ -31,14 +32,6 @@ Container &container()
     return instance;
 }
 
-QString defaultTemporaryDirectory()
-{
-    const QString application = QCoreApplication::applicationName();
-    return QDir::tempPath() + u'/' +
-           (application.isEmpty() ? QStringLiteral("zelkam") : application) + u'-' +
-           QString::number(::getuid());
-}
-
 /// Makes the folder and gives its real path, links resolved, with a slash at the end.
 std::error_code prepareTemporaryDirectory(const QString &path, QString &result)
 {
@@ -54,6 +47,29 @@ std::error_code prepareTemporaryDirectory(const QString &path, QString &result)
         return std::make_error_code(std::errc::not_a_directory);
     result = real.endsWith(u'/') ? real : real + u'/';
     return {};
+}
+
+/// The folder of this user below the system's temporary folder, empty when it cannot be had.
+/// Anybody can make a folder or a link of its foreseeable name first, so only a real folder of
+/// one's own that nobody else can write to will do; else it is one of an unforeseen name.
+QString defaultTemporaryDirectory()
+{
+    const QString application = QCoreApplication::applicationName();
+    const QString name = QDir::tempPath() + u'/' +
+                         (application.isEmpty() ? QStringLiteral("zelkam") : application) + u'-' +
+                         QString::number(::geteuid());
+    QDir().mkpath(QDir::tempPath());
+    QByteArray path = QFile::encodeName(name);
+    struct stat info = {};
+    ::mkdir(path.constData(), S_IRWXU);
+    const bool isOwn = ::lstat(path.constData(), &info) == 0 && S_ISDIR(info.st_mode) &&
+                       info.st_uid == ::geteuid() && !(info.st_mode & (S_IWGRP | S_IWOTH));
+    if (!isOwn) {
+        path += "-XXXXXX";
+        if (!::mkdtemp(path.data()))
+            return {};
+    }
+    return QFileInfo(QFile::decodeName(path)).canonicalFilePath() + u'/';
 }
 
 /// The path without doubled slashes, "." and a slash at its end, to compare folders by.
@@ -105,12 +121,10 @@ QString NSTemporaryDirectory()
 {
     Container &current = container();
     const std::lock_guard lock(current.mutex);
-    if (current.path.isEmpty() &&
-        prepareTemporaryDirectory(defaultTemporaryDirectory(), current.path)) {
-        // A name that cannot be had is still a name: every operation below it then fails.
-        current.path = defaultTemporaryDirectory() + u'/';
-    }
-    return current.path;
+    if (current.path.isEmpty())
+        current.path = defaultTemporaryDirectory();
+    // Nothing can be made below a file: every operation fails when there is no folder.
+    return current.path.isEmpty() ? QStringLiteral("/dev/null/") : current.path;
 }
 
 std::error_code setTemporaryDirectory(const QString &path)
@@ -196,10 +210,8 @@ std::error_code FileManager::moveItem(const QString &atPath, const QString &toPa
     // A path that ends in a slash names a folder, and no download is one.
     if (toPath.endsWith(u'/'))
         return std::make_error_code(std::errc::is_a_directory);
-    return ::renameat2(from->folder.get(), from->name.constData(), to->folder.get(),
-                       to->name.constData(), RENAME_NOREPLACE) == 0
-               ? std::error_code()
-               : lastError();
+    return renameWithoutReplacing(from->folder.get(), from->name.constData(), to->folder.get(),
+                                  to->name.constData());
 }
 
 } // namespace zelkam

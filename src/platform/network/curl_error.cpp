@@ -49,6 +49,7 @@ URLError::Code codeOf(CURLcode result, const char *text)
         return Code::serverCertificateUntrusted;
     case CURLE_UNSUPPORTED_PROTOCOL: // an answer without a status line: schemes are checked before
     case CURLE_WEIRD_SERVER_REPLY:
+    case CURLE_BAD_CONTENT_ENCODING: // of the framing; contents are decoded elsewhere
     case CURLE_HTTP2:
     case CURLE_HTTP2_STREAM:
         return Code::badServerResponse;

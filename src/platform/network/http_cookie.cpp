@@ -35,6 +35,13 @@ bool domainMatches(const QString &host, const QString &domain)
     return host.endsWith(u'.' + domain) && QHostAddress(host).isNull();
 }
 
+/// An address and a name of one label have no hosts below them, so a cookie for "all of them"
+/// is one of the host alone, as in browsers. Two kinds of it would be kept and sent side by side.
+bool hasSubdomains(const QString &domain)
+{
+    return domain.contains(u'.') && QHostAddress(domain).isNull();
+}
+
 QString requestPath(const URL &url)
 {
     const QString path = url.toQUrl().path(QUrl::FullyEncoded);
@@ -87,7 +94,7 @@ std::optional<HTTPCookie> parsedCookie(const QByteArray &line, const URL &url)
     const QString path = source.path().isEmpty() ? defaultPath(url) : source.path();
     HTTPCookie cookie(headerText(source.name()), headerText(source.value()),
                       namesDomain ? source.domain() : host, path);
-    cookie.isHostOnly = !namesDomain;
+    cookie.isHostOnly = !namesDomain || !hasSubdomains(cookie.effectiveDomain());
     if (namesDomain && !host.isEmpty()) {
         static const PublicSuffixes suffixes;
         const QString own = cookie.effectiveDomain();
@@ -111,7 +118,7 @@ HTTPCookie::HTTPCookie(const QString &cookieName, const QString &cookieValue,
       value(cookieValue),
       domain(cookieDomain),
       path(cookiePath.startsWith(u'/') ? cookiePath : QStringLiteral("/")),
-      isHostOnly(!cookieDomain.startsWith(u'.'))
+      isHostOnly(!cookieDomain.startsWith(u'.') || !hasSubdomains(cookieDomain.mid(1)))
 {
 }
 

@@ -29,11 +29,11 @@ bool describesBody(const QByteArray &lowerName)
     return lowerName.startsWith("content-");
 }
 
-// What another origin may see of the request: nothing that was meant for the first.
-bool isNoNeutral(const QByteArray &lowerName)
+// Another origin sees nothing that was meant for the first; only a body that goes there along
+// keeps what it is read by.
+bool staysBehind(const QByteArray &lowerName)
 {
-    return !isOneOf(lowerName, {"accept", "accept-language", "accept-encoding", "content-type",
-                                "content-encoding", "content-language"});
+    return !isOneOf(lowerName, {"content-type", "content-encoding", "content-language"});
 }
 
 bool isHttp(const QUrl &url)
@@ -169,7 +169,7 @@ std::optional<URLError> RequestChain::follow(int status, const QByteArray &locat
         dropHeaders(&describesBody);
     }
     if (!sameOrigin) {
-        dropHeaders(&isNoNeutral);
+        dropHeaders(&staysBehind);
         if (!m_hasBody)
             dropHeaders(&describesBody);
         m_requestCookies.reset();

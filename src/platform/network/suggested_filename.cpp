@@ -80,11 +80,17 @@ QString shortened(const QString &name)
         return name;
     const qsizetype start = extensionStart(name);
     const QString extension = name.mid(start);
-    QByteArray stem = name.left(start).toUtf8();
+    const QByteArray stem = name.left(start).toUtf8();
     qsizetype size = maxNameBytes - utf8Size(extension);
     while (size > 0 && (static_cast<unsigned char>(stem[size]) & 0xC0) == 0x80)
         --size;
-    return cleaned(QString::fromUtf8(stem.left(size)) + extension);
+    QString kept = QString::fromUtf8(stem.left(size));
+    // Nor is an escape cut, or the several that make one character.
+    if (removingPercentEncoding(name)) {
+        while (!kept.isEmpty() && !removingPercentEncoding(kept))
+            kept.chop(1);
+    }
+    return cleaned(kept + extension);
 }
 
 } // namespace

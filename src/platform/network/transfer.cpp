@@ -23,6 +23,25 @@ Transfer::Clock::time_point later(Transfer::Clock::time_point time, std::chrono:
     return time + std::clamp(by, std::chrono::milliseconds::zero(), longest);
 }
 
+/// Whether an answer says in one way how long it is. A list of different lengths, or one beyond
+/// all counting, must not pass for an answer that ends where the connection does
+/// (RFC 9112, 6.3).
+bool hasUsableLength(const HeaderCollector &headers)
+{
+    if (!headers.value("Transfer-Encoding").isEmpty())
+        return true;
+    const QByteArray field = headers.value("Content-Length");
+    if (field.isEmpty())
+        return true;
+    const QList<QByteArray> lengths = field.split(',');
+    bool isNumber = false;
+    const qint64 first = lengths.first().trimmed().toLongLong(&isNumber);
+    return isNumber && first >= 0 &&
+           std::all_of(lengths.begin(), lengths.end(), [&](const QByteArray &length) {
+               return length.trimmed() == lengths.first().trimmed();
+           });
+}
+
 URLError damagedData()
 {
     return URLError(URLError::Code::cannotDecodeContentData, QStringLiteral("content coding"));
@@ -143,8 +162,13 @@ bool Transfer::takeHeader(const char *data, std::size_t size)
         m_error = URLError(URLError::Code::headersTooLarge);
         return false;
     }
-    if (wasComplete || !m_headers.isComplete() || !followsRedirect())
+    if (wasComplete || !m_headers.isComplete())
         return true;
+    if (!followsRedirect()) {
+        if (!hasUsableLength(m_headers))
+            m_error = URLError(URLError::Code::badServerResponse, QStringLiteral("length"));
+        return !m_error;
+    }
     bool isNumber = false;
     const qint64 length = m_headers.value("Content-Length").toLongLong(&isNumber);
     return isNumber && length <= longestRedirectBody;

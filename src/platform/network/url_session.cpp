@@ -58,18 +58,16 @@ URLSessionDownloadTask::~URLSessionDownloadTask() = default;
 
 void URLSessionDownloadTask::resume()
 {
-    std::shared_ptr<DownloadJob> job;
-    {
-        const std::lock_guard lock(m_state->mutex);
-        if (!m_state->handler || std::exchange(m_state->resumed, true))
-            return;
-        job = std::make_shared<DownloadJob>(
-            DownloadJob{m_state->request, m_state->session->configuration, {}});
-        job->finished = [state = m_state](DownloadResult result) {
-            state->complete(std::move(result));
-        };
-        m_state->job = job;
-    }
+    const std::lock_guard lock(m_state->mutex);
+    if (!m_state->handler || std::exchange(m_state->resumed, true))
+        return;
+    auto job = std::make_shared<DownloadJob>(
+        DownloadJob{m_state->request, m_state->session->configuration, {}});
+    job->finished = [state = m_state](DownloadResult result) {
+        state->complete(std::move(result));
+    };
+    m_state->job = job;
+    // Under the lock: a cancel() that sees the job must reach the thread after its start.
     NetworkThread::instance().start(std::move(job));
 }
 

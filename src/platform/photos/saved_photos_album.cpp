@@ -1,6 +1,7 @@
 #include "platform/photos/saved_photos_album.h"
 
 #include "platform/foundation/dispatch_queue.h"
+#include "platform/foundation/file_renaming.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -10,7 +11,6 @@
 #include <QTemporaryFile>
 #include <cerrno>
 #include <condition_variable>
-#include <cstdio>
 #include <fcntl.h>
 #include <mutex>
 #include <unistd.h>
@@ -36,20 +36,6 @@ Album &album()
     return instance;
 }
 
-/// Renames without replacing. Returns 0 or the system's error.
-int renameToFree(const QByteArray &from, const QByteArray &to)
-{
-    if (::renameat2(AT_FDCWD, from.constData(), AT_FDCWD, to.constData(), RENAME_NOREPLACE) == 0)
-        return 0;
-    if (errno != EINVAL && errno != ENOSYS)
-        return errno;
-    // A file system that cannot rename so can mostly link so.
-    if (::link(from.constData(), to.constData()) != 0)
-        return errno;
-    ::unlink(from.constData());
-    return 0;
-}
-
 /// Where a finished file lies, or an error's sentence.
 struct Written
 {
@@ -66,13 +52,14 @@ Written giveName(QTemporaryFile &file, const QDir &folder, const QString &stem,
     for (int number = 1; number < attempts; ++number) {
         const QString name = number == 1 ? stem : QStringLiteral("%1_%2").arg(stem).arg(number);
         const QString path = folder.filePath(name + suffix);
-        const int error = renameToFree(from, QFile::encodeName(path));
-        if (error == 0) {
+        const auto error = renameWithoutReplacing(AT_FDCWD, from.constData(), AT_FDCWD,
+                                                  QFile::encodeName(path).constData());
+        if (!error) {
             file.setAutoRemove(false);
             return {path, {}};
         }
-        if (error != EEXIST)
-            return {{}, qt_error_string(error)};
+        if (error != std::errc::file_exists)
+            return {{}, QString::fromStdString(error.message())};
     }
     return {{}, QStringLiteral("no free name")};
 }

@@ -3,6 +3,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QProcess>
 #include <QTemporaryDir>
 #include <QtTest>
 #include <csignal>
@@ -218,6 +219,39 @@ private slots:
         setAddressResolver({});
     }
 
+    // The default folder is chosen once, so other programs choose it here.
+    void trustsNoDefaultFolderOfOthers_data()
+    {
+        QTest::addColumn<int>("mode"); // of the folder found there; 0 for a link
+        QTest::addColumn<bool>("isUsed");
+        QTest::newRow("none") << -1 << true;
+        QTest::newRow("its own") << 0700 << true;
+        QTest::newRow("one that others can write to") << 0777 << false;
+        QTest::newRow("a link") << 0 << false;
+    }
+    void trustsNoDefaultFolderOfOthers()
+    {
+        QFETCH(const int, mode);
+        const QString foreseen =
+            root->path() + u"/tst_foundation_file_manager-"_s + QString::number(::geteuid());
+        if (mode > 0) {
+            QVERIFY(QDir().mkdir(foreseen));
+            QCOMPARE(::chmod(QFile::encodeName(foreseen).constData(), mode_t(mode)), 0);
+        } else if (mode == 0) {
+            QVERIFY(QFile::link(container, foreseen));
+        }
+        QProcess program;
+        auto environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"TMPDIR"_s, root->path());
+        program.setProcessEnvironment(environment);
+        program.start(QCoreApplication::applicationFilePath(), {u"--print-container"_s});
+        QVERIFY(program.waitForFinished());
+        const QString chosen = QString::fromUtf8(program.readAllStandardOutput());
+        QTEST(chosen == QFileInfo(foreseen).canonicalFilePath() + u'/', "isUsed");
+        QVERIFY2(chosen.startsWith(foreseen) && QFileInfo(chosen).isDir(), qPrintable(chosen));
+        QVERIFY(!(QFile::permissions(chosen) & (QFile::WriteGroup | QFile::WriteOther)));
+    }
+
     void keepsTheContainerWhenANewOneCannotBeMade()
     {
         QVERIFY(setTemporaryDirectory(outside));
@@ -226,5 +260,15 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(TestFileManager)
+int main(int argc, char **argv)
+{
+    QCoreApplication application(argc, argv);
+    if (QCoreApplication::arguments().contains(u"--print-container"_s)) {
+        std::fputs(qPrintable(NSTemporaryDirectory()), stdout);
+        return 0;
+    }
+    TestFileManager test;
+    return QTest::qExec(&test, argc, argv);
+}
+
 #include "tst_file_manager.moc"

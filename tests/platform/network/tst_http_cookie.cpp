@@ -60,6 +60,10 @@ private slots:
             {u"a=1 h.example / host dated"_s, u"b=2 h.example / host secure http"_s});
         row("domain as written", "a=1; Domain=example.org", "http://h.example.org/",
             {u"a=1 example.org /"_s});
+        row("domain of an address or of one label",
+            "a=1; Domain=127.0.0.1\nb=2; Domain=.127.0.0.1\nc=3; Domain=localhost",
+            "http://127.0.0.1/", {u"a=1 127.0.0.1 / host"_s, u"b=2 .127.0.0.1 / host"_s});
+        row("one label", "a=1; Domain=LocalHost", "http://localhost/", {u"a=1 localhost / host"_s});
         row("somebody else's domain", "a=1; Domain=other.org", "http://h.example.org/", {});
         row("domain below the host", "a=1; Domain=x.example.org", "http://example.org/", {});
         row("public suffix", "a=1; Domain=com", "http://h.com/", {});

@@ -63,6 +63,10 @@ private slots:
         QTest::newRow("200 after an interim answer")
             << "HTTP/1.1 103 Early Hints\r\nX-A: 1\r\n\r\n" + HttpTestServer::answer("x");
         QTest::newRow("204") << QByteArray("HTTP/1.1 204 No Content\r\n\r\n");
+        QTest::newRow("200 with its length twice")
+            << HttpTestServer::answer("x", "Content-Length: 1\r\n");
+        QTest::newRow("200 with a folded header, which is one field")
+            << HttpTestServer::answer("x", "X-B: 1\r\n X-A: 2\r\n\tX-A: 3\r\n");
         QTest::newRow("302 to nowhere") << HttpTestServer::answer("x", {}, "302 Found");
         QTest::newRow("304") << QByteArray("HTTP/1.1 304 Not Modified\r\n\r\n");
         QTest::newRow("404") << HttpTestServer::answer("x", {}, "404 Not Found");
@@ -85,6 +89,12 @@ private slots:
         QTest::addColumn<Code>("code");
         const QByteArray ok = "HTTP/1.1 200 OK\r\n";
         QTest::newRow("cut short") << ok + "Content-Length: 100\r\n\r\nabc" << Code::bodyCutShort;
+        QTest::newRow("different lengths")
+            << HttpTestServer::answer("x", "Content-Length: 5\r\n") << Code::badServerResponse;
+        QTest::newRow("a length beyond counting")
+            << ok + "Content-Length: 99999999999999999999\r\n\r\nabc" << Code::badServerResponse;
+        QTest::newRow("a framing that nobody knows")
+            << ok + "Transfer-Encoding: rot13\r\n\r\nabc" << Code::badServerResponse;
         QTest::newRow("broken chunk") << ok + "Transfer-Encoding: chunked\r\n\r\n3\r\nabc\r\nzz\r\n"
                                       << Code::badServerResponse;
         QTest::newRow("missing last chunk") << ok + "Transfer-Encoding: chunked\r\n\r\n3\r\nabc\r\n"
@@ -108,6 +118,9 @@ private slots:
             << QByteArray("HTTP/1.1 103 E\r\nA: b\r\n\r\n").repeated(2000) << Code::headersTooLarge;
         QTest::newRow("redirect to a file")
             << HttpTestServer::redirect("302 F", u"file:///etc/passwd"_s)
+            << Code::redirectToUnsupportedURL;
+        QTest::newRow("two ways on, of which the first counts")
+            << HttpTestServer::redirect("302 F", u"gopher://h/"_s, "Location: /\r\n")
             << Code::redirectToUnsupportedURL;
         QTest::newRow("redirect in a circle")
             << HttpTestServer::redirect("302 F", u"/"_s) << Code::httpTooManyRedirects;
