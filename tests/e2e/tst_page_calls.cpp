@@ -7,6 +7,28 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/// Which of these a document can read: a file, a picture, and the session that calls are made with.
+const QString whatItReaches = uR"(
+const requested = address => new Promise(done => {
+  const request = new XMLHttpRequest();
+  request.onloadend = () => done(request.response !== '');
+  request.open('GET', address);
+  request.send();
+});
+const shown = address => new Promise(done => {
+  const image = new Image();
+  image.onload = () => done(true);
+  image.onerror = () => done(false);
+  image.src = address;
+});
+return Promise.all([requested('zelkam://container/Download/a.txt'),
+  shown('zelkam://container/Download/a.svg'), requested('zelkam://bridge/session')]);
+)"_s;
+
+} // namespace
+
 /// What the page interface itself promises, whatever the command.
 class TestPageCalls : public QObject
 {
@@ -34,6 +56,8 @@ private slots:
         server.on("/frame", html("<script>parent.postMessage([typeof ZelkamMobile, "
                                  "typeof qt], '*')</script>"));
         server.on("/a.txt", HttpTestServer::answer("hello"));
+        server.on("/a.svg", HttpTestServer::answer("<svg xmlns='http://www.w3.org/2000/svg' "
+                                                   "width='1' height='1'/>"));
         elsewhere.on("/page", html("<!doctype html><title>Elsewhere</title>"));
     }
 
@@ -92,9 +116,11 @@ private slots:
         QVERIFY(
             host.start(elsewhere.url(u"/page"_s), {u"--real-server-url"_s, server.url(QString())}));
         // The page that the host was started with is its own; a page it leads to is not.
-        QCOMPARE(host.run(u"return await ZelkamMobile.exec('fileDownload',"
-                          " {url: 'a.txt', open: false}) ?? 'done'"_s),
-                 u"done"_s);
+        for (const QString &name : {u"a.txt"_s, u"a.svg"_s})
+            QCOMPARE(host.run(u"return await ZelkamMobile.exec('fileDownload',"
+                              " {url: '%1', open: false}) ?? 'done'"_s.arg(name)),
+                     u"done"_s);
+        QCOMPARE(host.run(whatItReaches), (QJsonArray{true, true, true}));
         HttpTestServer third;
         third.on("/page", HttpTestServer::answer("<!doctype html>", "Content-Type: text/html\r\n"));
         const auto before = server.requests().size();
@@ -104,6 +130,7 @@ private slots:
         QCOMPARE(statusOf(host.run(u"return await ZelkamMobile.exec('fileDownload',"
                                    " {url: '%1', open: false})"_s.arg(server.url(u"/a.txt"_s)))),
                  u"ORIGIN_NOT_ALLOWED"_s);
+        QCOMPARE(host.run(whatItReaches), (QJsonArray{false, false, false}));
         QCOMPARE(server.requests().size(), before);
         // The origin of the server is allowed, but a frame of it has no channel.
         host.run(u"location.href = '%1'"_s.arg(server.url(u"/page"_s)));
