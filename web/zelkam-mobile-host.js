@@ -212,21 +212,33 @@ function exec(command, args) {
     });
 }
 
-// The web engine hands each message to what it finds under this name, so it has to stay.
+let client = null; // the web channel's own script
+let connected = false;
+
 const port = {
     send: (message) => transport.send(message),
     onmessage: null,
 };
+
+// What the host sent to the last document may reach this one. The client cannot cope with an answer
+// to nothing it asked, nor with a signal before it knows the host.
+function receive(message) {
+    const data = typeof message.data === 'string' ? parse(message.data) : message.data;
+    if ('id' in data ? data.id in client.execCallbacks : connected) port.onmessage({ data });
+}
+
+// The web engine hands each message to what it finds under this name, so it has to stay.
 defineProperty(window, 'qt', {
-    value: freeze({ webChannelTransport: freeze({ onmessage: (message) => port.onmessage(message) }) }),
+    value: freeze({ webChannelTransport: freeze({ onmessage: receive }) }),
     enumerable: false,
     writable: false,
     configurable: false,
 });
 
-new QWebChannel(port, (channel) => {
+client = new QWebChannel(port, (channel) => {
     const object = channel.objects.host;
     object.repliesWait.connect(fetchReplies);
+    connected = true;
     // A session that is asked for before the host knows of this document would end with the
     // sessions of the last one.
     object.begin(() => {
@@ -234,6 +246,9 @@ new QWebChannel(port, (channel) => {
         if (queued.length > 0) openSession();
     });
 });
+// The first question, which is behind us, has the same answer in every document. The answers to all
+// others are told apart from those that the last document left by numbers of this document's own.
+client.execId = crypto.getRandomValues(new Uint32Array(1))[0] + 1;
 
 // A browser lets a script close only what a script has opened, or what has shown one page. Here it
 // ends the application, however many pages it has shown.

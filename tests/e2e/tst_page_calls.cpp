@@ -141,6 +141,27 @@ private slots:
                  u"done"_s);
     }
 
+    void aReloadAmidManyCallsLeavesNothingBehind()
+    {
+        HostProcess host;
+        QVERIFY(host.start(server.url(u"/page"_s)));
+        // What the host sends to the document that goes reaches the one that comes.
+        for (int round = 0; round < 3; ++round) {
+            host.run(
+                u"window.goes = true; for (let i = 0; i < 50; ++i)"
+                " ZelkamMobile.exec('fileDownload', {url: 'a.txt', open: false}).catch(() => {});"
+                " location.reload()"_s);
+            QTRY_COMPARE_WITH_TIMEOUT(host.run(u"return !window.goes && document.readyState"_s),
+                                      u"complete"_s, 10000);
+            QCOMPARE(host.run(u"return await ZelkamMobile.exec('fileDownload',"
+                              " {url: 'a.txt', open: false}) ?? 'done'"_s),
+                     u"done"_s);
+        }
+        host.run(u"console.log('the end')"_s);
+        QVERIFY(host.waitForOutput(u"page: the end"_s));
+        QCOMPARE(host.output().filter(u"page: "_s), QStringList{u"page: the end"_s});
+    }
+
     void showsThePagesConsoleAndEndsWithThePage()
     {
         HostProcess host;
