@@ -46,7 +46,7 @@ void ZelkamMobileContentsPlugin::showSingleImgPicker(const QVariantMap &args)
 }
 
 void ZelkamMobileContentsPlugin::imagePickerController(
-    UIImagePickerController *, const QVariantMap &didFinishPickingMediaWithInfo)
+    UIImagePickerController *picker, const QVariantMap &didFinishPickingMediaWithInfo)
 {
     print(QStringLiteral("imagePickerController(_:didFinishPickingMediaWithInfo:)"));
     const QVariant picked =
@@ -61,21 +61,24 @@ void ZelkamMobileContentsPlugin::imagePickerController(
             false);
     else if (call)
         call->error(CommandStatus::UNKNOWN, QStringLiteral("Creating UIImage failed"), false);
-    dismissSingleImgPicker();
+    dismissSingleImgPicker(*picker);
 }
 
-void ZelkamMobileContentsPlugin::imagePickerControllerDidCancel(UIImagePickerController *)
+void ZelkamMobileContentsPlugin::imagePickerControllerDidCancel(UIImagePickerController *picker)
 {
-    dismissSingleImgPicker();
+    dismissSingleImgPicker(*picker);
     // The code and the words that pages know, though it is no file picker.
     if (const auto call = currentCallBack())
         call->error(QStringLiteral("2041"), QStringLiteral("File picker is canceled."), false);
 }
 
-void ZelkamMobileContentsPlugin::dismissSingleImgPicker()
+void ZelkamMobileContentsPlugin::dismissSingleImgPicker(UIImagePickerController &answered)
 {
+    // A later call may have taken the place of the screen that has answered now: with one of its
+    // own above it, or with one that could not be shown because of it.
+    answered.leave(true);
     if (const auto screen = std::exchange(m_imagePicker, nullptr))
-        screen->dismiss(true);
+        screen->leave(true);
 }
 
 std::shared_ptr<ZelkamMobileSingleImagePicker>

@@ -117,7 +117,7 @@ private:
     struct SeveralImages;
     void showSingleImgPicker(const QVariantMap &args);
     void showMultiImgPicker(const QVariantMap &args);
-    void dismissSingleImgPicker();
+    void dismissSingleImgPicker(UIImagePickerController &answered);
     void convertImages(const QList<PHAsset> &assets, const QVariantMap &args);
     bool takeImage(SeveralImages &images, const std::optional<QByteArray> &text);
     /// From any thread.

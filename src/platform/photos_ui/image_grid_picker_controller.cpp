@@ -20,14 +20,14 @@ public:
     {
         const auto photo = didFinishPickingMediaWithInfo.value(UIImagePickerControllerOriginalImage)
                                .value<QImage>();
-        picker->dismiss(true, [owner = m_owner.weak_from_this(), photo] {
+        picker->leave(true, [owner = m_owner.weak_from_this(), photo] {
             if (const auto self = std::static_pointer_cast<ImageGridPickerController>(owner.lock()))
                 self->add(photo);
         });
     }
     void imagePickerControllerDidCancel(UIImagePickerController *picker) override
     {
-        picker->dismiss(true, [owner = m_owner.weak_from_this()] {
+        picker->leave(true, [owner = m_owner.weak_from_this()] {
             if (const auto self = std::static_pointer_cast<ImageGridPickerController>(owner.lock()))
                 emit self->photoTaken();
         });
@@ -212,7 +212,7 @@ void ImageGridPickerController::accept()
         return;
     if (m_handlers.finish)
         m_handlers.finish(m_selection);
-    dismiss(true);
+    leave(true);
 }
 
 void ImageGridPickerController::cancel()
@@ -221,7 +221,7 @@ void ImageGridPickerController::cancel()
         return;
     if (m_handlers.cancel)
         m_handlers.cancel(m_selection);
-    dismiss(true);
+    leave(true);
 }
 
 bool ImageGridPickerController::cancelOperation()

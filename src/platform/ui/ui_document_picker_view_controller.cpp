@@ -134,7 +134,7 @@ void UIDocumentPickerViewController::accept()
         urls.append(URL::fromFilePath(path));
     if (const auto delegate = m_delegate.lock())
         delegate->documentPicker(this, urls);
-    dismiss(true);
+    leave(true);
 }
 
 void UIDocumentPickerViewController::cancel()
@@ -144,7 +144,7 @@ void UIDocumentPickerViewController::cancel()
     m_answered = true;
     if (const auto delegate = m_delegate.lock())
         delegate->documentPickerWasCancelled(this);
-    dismiss(true);
+    leave(true);
 }
 
 bool UIDocumentPickerViewController::cancelOperation()

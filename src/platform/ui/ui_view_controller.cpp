@@ -78,6 +78,12 @@ void UIViewController::dismiss(bool animated, Completion completion)
         shownIn->coordinator().dismiss(*target, animated, std::move(completion));
 }
 
+void UIViewController::leave(bool animated, Completion completion)
+{
+    if (UIViewController *presenter = presentingViewController())
+        presenter->dismiss(animated, std::move(completion));
+}
+
 std::shared_ptr<UIViewController> UIViewController::presentedViewController() const
 {
     for (const UIViewController *each = this; each; each = each->m_parent) {
@@ -178,7 +184,7 @@ bool UIViewController::cancelOperation()
 {
     if (!m_presenting)
         return false;
-    m_presenting->dismiss(true);
+    leave(true);
     return true;
 }
 

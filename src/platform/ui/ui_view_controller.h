@@ -91,6 +91,11 @@ public:
     /// dismiss, nothing happens and the completion does not run.
     void dismiss(bool animated, Completion completion = {});
 
+    /// Dismisses this screen itself (for a child: the screen it is part of) with all that lies
+    /// above it. For a screen that is done: what something else has put over it meanwhile must not
+    /// be all that goes, and leave it behind. Otherwise like dismiss().
+    void leave(bool animated, Completion completion = {});
+
     /// What this controller, or one of its ancestors, presents; from the call of present() until
     /// the end of the dismissal.
     std::shared_ptr<UIViewController> presentedViewController() const;
