@@ -18,6 +18,8 @@
 #include "platform/ui/ui_device.h"
 
 #include <QApplication>
+#include <QDir>
+#include <QFileInfo>
 #include <QLoggingCategory>
 #include <chrono>
 #include <cstdio>
@@ -92,6 +94,10 @@ int main(int argc, char **argv)
             return usageError(
                 QStringLiteral("--temp-dir cannot be used: %1: %2")
                     .arg(options.temporaryDirectory, QString::fromStdString(error.message())));
+    }
+    if (const QString &folder = options.screenshotsDirectory; !folder.isEmpty()) {
+        if (!QDir().mkpath(folder) || !QFileInfo(folder).isWritable())
+            return usageError(QStringLiteral("--screenshots cannot be used: %1").arg(folder));
     }
     if (!options.picturesDirectory.isEmpty())
         setPicturesDirectory(options.picturesDirectory);

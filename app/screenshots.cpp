@@ -3,7 +3,6 @@
 #include "platform/foundation/console.h"
 #include "platform/ui/ui_window.h"
 
-#include <QDir>
 #include <QRegularExpression>
 #include <chrono>
 
@@ -44,7 +43,7 @@ void Screenshots::takeNext()
         m_settle.start();
         return;
     }
-    if (m_device && QDir().mkpath(m_directory)) {
+    if (m_device) {
         const QPixmap picture = m_device->grab();
         // Several requests of one moment share the picture, but each gets its file.
         for (const QString &name : std::as_const(m_names)) {
