@@ -26,7 +26,7 @@ constexpr std::array options{
     Option{"pictures-dir", "DIR", "photo library and album (default: the user's pictures folder)"},
     Option{"camera-image", "FILE", "a picture before a virtual camera (default: a real camera)"},
     Option{"device", "phone|tablet", "interface idiom and window size"},
-    Option{"size", "WxH", "window size in points"},
+    Option{"size", "WxH", "window size in points, each side from 200 to 8192"},
     Option{"color-scheme", "light|dark", "default: the system's; the page sees it too"},
     Option{"system-version", "N.N", "platform version (default: newest)"},
     Option{"no-url-transformer", nullptr, "local addresses stay bare paths"},
@@ -142,11 +142,13 @@ private:
             refuse(u"device"_s, u"is phone or tablet, not %1"_s.arg(device));
         }
         if (const auto size = value(u"size"_s)) {
-            static const QRegularExpression form(u"^([1-9]\\d{1,4})x([1-9]\\d{1,4})$"_s);
+            static const QRegularExpression form(u"^([1-9]\\d{2,3})x([1-9]\\d{2,3})$"_s);
             const auto match = form.match(*size);
-            if (!match.hasMatch())
-                refuse(u"size"_s, u"is WIDTHxHEIGHT in points, such as 390x844: %1"_s.arg(*size));
             result.size = QSize(match.captured(1).toInt(), match.captured(2).toInt());
+            // Nothing fits into less, and more cannot be painted.
+            const auto isUsable = [](int side) { return side >= 200 && side <= 8192; };
+            if (!isUsable(result.size.width()) || !isUsable(result.size.height()))
+                refuse(u"size"_s, u"is WIDTHxHEIGHT in points, such as 390x844: %1"_s.arg(*size));
         }
         if (const auto scheme = value(u"color-scheme"_s)) {
             if (scheme != u"light" && scheme != u"dark")

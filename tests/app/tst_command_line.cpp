@@ -22,6 +22,8 @@ private slots:
         row("an empty value", {u"--device="_s}, u"--device needs a value"_s);
         row("a device of another kind", {u"--device"_s, u"watch"_s}, u"watch"_s);
         row("a size without a height", {u"--size"_s, u"390"_s}, u"390"_s);
+        row("a size that nothing fits into", {u"--size"_s, u"199x844"_s}, u"199x844"_s);
+        row("a size that cannot be painted", {u"--size"_s, u"390x8193"_s}, u"390x8193"_s);
         row("a size of nothing", {u"--size"_s, u"0x0"_s}, u"0x0"_s);
         row("a colour that is no scheme", {u"--color-scheme"_s, u"blue"_s}, u"blue"_s);
         row("a version in words", {u"--system-version"_s, u"newest"_s}, u"newest"_s);
