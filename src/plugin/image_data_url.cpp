@@ -1,6 +1,7 @@
 #include "plugin/zelkam_mobile_contents_plugin.h"
 
 #include "host/argument_values.h"
+#include "platform/images/image_memory.h"
 #include "platform/images/image_representation.h"
 #include "platform/images/picture.h"
 #include "plugin/data_url.h"
@@ -45,6 +46,7 @@ ZelkamMobileContentsPlugin::getImgStr(const std::optional<QByteArray> &data,
     if (!data || !uti)
         return std::nullopt;
     const QVariantMap asked = options.value_or(QVariantMap());
+    const ImageMemoryShare memory; // until the image is encoded and gone
     const auto image = decode(*data, askedSize(asked));
     if (!image)
         return std::nullopt;

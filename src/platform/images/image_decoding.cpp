@@ -1,5 +1,7 @@
 #include "platform/images/image_decoding.h"
 
+#include "platform/images/image_costs.h"
+#include "platform/images/image_memory.h"
 #include "platform/images/image_wholeness.h"
 #include "platform/images/jpeg_structure.h"
 
@@ -34,14 +36,10 @@ bool isBmp(const QByteArray &head)
 bool jpegIsWithin(const QByteArray &data, const ImageLimits &limits)
 {
     const auto structure = readJpegStructure(data);
-    if (!structure)
+    if (!structure || structure->scans > limits.scans)
         return false;
-    if (!structure->progressive)
-        return structure->scans <= limits.scans;
     const qint64 pixels = qint64(structure->size.width()) * structure->size.height();
-    const qint64 coefficientBytes = 3 * 2 * pixels;
-    return structure->scans <= limits.scans && structure->scans * pixels <= limits.scanPixels &&
-           4 * pixels + coefficientBytes <= limits.progressiveBytes;
+    return structure->coefficientBytes == 0 || structure->scans * pixels <= limits.scanPixels;
 }
 
 bool isSound(const QByteArray &data, const QByteArray &format, const ImageLimits &limits)
@@ -52,6 +50,8 @@ bool isSound(const QByteArray &data, const QByteArray &format, const ImageLimits
         return bmpIsWhole(data);
     if (format == "gif")
         return gifIsWhole(data);
+    if (format == "ico")
+        return icoIsModest(data);
     return !format.isEmpty();
 }
 
@@ -61,23 +61,24 @@ void raiseAllocationLimit()
     static std::once_flag once;
     std::call_once(once, [] {
         constexpr int qtDefault = 128;
-        constexpr int mebibytes = int(ImageLimits().pixelBytes >> 20);
+        constexpr int mebibytes = int(ImageLimits().heldBytesOfPhoto >> 20);
         if (QImageReader::allocationLimit() == qtDefault)
             QImageReader::setAllocationLimit(mebibytes);
     });
 }
 
-/// A QImage frees its text only with its pixels; an image without text is handed on as it is.
+/// A QImage cannot forget its text; so another one takes over the pixels of an image that has some.
 QImage withoutMetadata(QImage image)
 {
     if (image.textKeys().isEmpty())
         return image;
-    const QImage bare(image.constBits(), image.width(), image.height(), image.bytesPerLine(),
-                      image.format());
-    QImage copy = bare.copy();
-    copy.setColorTable(image.colorTable());
-    copy.setColorSpace(image.colorSpace());
-    return copy;
+    auto *const source = new QImage(std::move(image));
+    QImage bare(
+        source->bits(), source->width(), source->height(), source->bytesPerLine(), source->format(),
+        [](void *pixels) { delete static_cast<QImage *>(pixels); }, source);
+    bare.setColorTable(source->colorTable());
+    bare.setColorSpace(source->colorSpace());
+    return bare;
 }
 
 } // namespace
@@ -127,21 +128,19 @@ std::optional<QImage> decodeImageTo(const QByteArray &data, const ImageTarget &t
     // A reader scales first and turns then.
     const bool onItsSide = reader.transformation() & QImageIOHandler::TransformationRotate90;
     const QSize upright = onItsSide ? size.transposed() : size;
-    const QSize wanted = target(upright).expandedTo({1, 1});
+    const QSize chosen = target(upright);
+    if (!chosen.isValid())
+        return std::nullopt;
+    const QSize wanted = chosen.expandedTo({1, 1});
     const QSize read = onItsSide ? wanted.transposed() : wanted;
     if (read != size)
         reader.setScaledSize(read);
-    // Only these decoders never hold the whole image; HEIC checks what it holds by itself.
-    const QSize held = format == "jpeg" || format == "heic" ? read : size.expandedTo(read);
-    const qint64 bytes = 4 * qint64(held.width()) * held.height();
-    if (bytes > limits.pixelBytes)
+    const auto bytes =
+        imageBytes(data, {format, size, read, reader.imageFormat(), onItsSide}, limits);
+    if (!bytes)
         return std::nullopt;
-    // Several threads decode; their largest images must not add up.
-    static std::mutex largeImages;
-    constexpr qint64 large = 64 << 20;
-    std::unique_lock oneAtATime(largeImages, std::defer_lock);
-    if (bytes > large)
-        oneAtATime.lock();
+    ImageMemoryShare memory;
+    memory.reserve(*bytes);
 
     QImage image;
     if (!reader.read(&image) || image.isNull())

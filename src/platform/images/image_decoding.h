@@ -19,9 +19,14 @@ QByteArray rasterFormat(const QByteArray &head);
 /// What a decoder may take.
 struct ImageLimits
 {
-    qint64 pixelBytes = 256LL << 20;       ///< of the decoded image, four bytes a pixel
-    qint64 progressiveBytes = 512LL << 20; ///< with the coefficients of a progressive JPEG
-    /// Work on a progressive JPEG: every scan passes over all pixels, however short it is.
+    /// That are held at the same time for one image, from decoding to encoding it again; with the
+    /// encoder's result they stay below 256 MiB.
+    qint64 heldBytes = 240LL << 20;
+    /// The same for a file that has the bytes of a photograph: one of each so many pixels. A few
+    /// hundred bytes that unpack to as much are none.
+    qint64 heldBytesOfPhoto = 512LL << 20;
+    int pixelsOfPhotoByte = 32;
+    /// Work on a JPEG in several scans: every one passes over all pixels, however short it is.
     qint64 scanPixels = 1200LL * 1000 * 1000;
     int scans = 256;
     /// Of the image as it is stored: also a decoder that scales reads all of it.
@@ -36,7 +41,8 @@ struct ImageLimits
 std::optional<QImage> decodeImage(const QByteArray &data, int maximumEdge = 0,
                                   const ImageLimits &limits = {});
 
-/// Chooses the size to decode at; given is the image's own, upright. The shape may be another.
+/// Chooses the size to decode at; given is the image's own, upright. The shape may be another. An
+/// invalid size means that the image is not to be decoded.
 using ImageTarget = std::function<QSize(QSize upright)>;
 
 /// Likewise, scaled to a chosen size while it is decoded, so that a JPEG is never held at its

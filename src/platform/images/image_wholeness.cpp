@@ -80,4 +80,31 @@ bool gifIsWhole(const QByteArray &data)
     return false;
 }
 
+bool icoIsModest(const QByteArray &data)
+{
+    constexpr qsizetype headSize = 6;
+    constexpr qsizetype entrySize = 16;
+    constexpr quint32 largest = 1024;
+    if (data.size() < headSize)
+        return false;
+    const int images = numberAt<quint16>(data, 4);
+    for (int i = 0; i < images; ++i) {
+        const qsizetype entry = headSize + i * entrySize;
+        if (entry + entrySize > data.size())
+            return false;
+        const qsizetype start = numberAt<quint32>(data, entry + 12);
+        constexpr qsizetype longestNeeded = 24;
+        if (start + longestNeeded > data.size())
+            return false;
+        const bool isPng = data.mid(start, 4) == "\x89PNG";
+        const auto width = isPng ? qFromBigEndian<quint32>(data.constData() + start + 16)
+                                 : numberAt<quint32>(data, start + 4);
+        const auto height = isPng ? qFromBigEndian<quint32>(data.constData() + start + 20)
+                                  : numberAt<quint32>(data, start + 8) / 2; // image and mask
+        if (width > largest || height > largest)
+            return false;
+    }
+    return images > 0;
+}
+
 } // namespace zelkam

@@ -10,4 +10,8 @@ bool bmpIsWhole(const QByteArray &data);
 /// Of an animation only the first image counts.
 bool gifIsWhole(const QByteArray &data);
 
+/// Whether no image of an icon file is larger than icons are, 1024 points in a direction. The
+/// directory at its start can name a small one and mean a PNG of any size.
+bool icoIsModest(const QByteArray &data);
+
 } // namespace zelkam

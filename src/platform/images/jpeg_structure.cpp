@@ -26,6 +26,41 @@ bool standsAlone(uchar marker)
     return marker == 0x01 || (marker >= 0xd0 && marker <= startOfImage);
 }
 
+/// The frame header, as far as it matters here.
+struct Frame
+{
+    QSize size;
+    bool progressive = false;
+    int components = 0;
+    qint64 coefficientBytes = 0;
+};
+
+/// Reads the content of a frame header (B.2.2). Nothing when it is broken.
+std::optional<Frame> readFrame(const uchar *content, int length, uchar marker)
+{
+    constexpr int fixedPart = 6;
+    if (length < fixedPart)
+        return std::nullopt;
+    Frame frame;
+    frame.size = QSize(qFromBigEndian<quint16>(content + 3), qFromBigEndian<quint16>(content + 1));
+    frame.progressive = isProgressive(marker);
+    frame.components = content[5];
+    if (length < fixedPart + 3 * frame.components)
+        return std::nullopt;
+    int samples = 0;
+    int most = 1;
+    for (int i = 0; i < frame.components; ++i) {
+        const uchar sampling = content[fixedPart + 3 * i + 1];
+        const int factor = (sampling >> 4) * (sampling & 15);
+        samples += factor;
+        most = qMax(most, factor);
+    }
+    // Two bytes each, in blocks of eight by eight.
+    const qint64 blocks = qint64(frame.size.width() / 8 + 2) * (frame.size.height() / 8 + 2);
+    frame.coefficientBytes = blocks * 64 * 2 * samples / most;
+    return frame;
+}
+
 } // namespace
 
 std::optional<JpegStructure> readJpegStructure(const QByteArray &data)
@@ -36,6 +71,8 @@ std::optional<JpegStructure> readJpegStructure(const QByteArray &data)
         return std::nullopt;
 
     JpegStructure structure;
+    Frame frame;
+    bool isBuffered = false;
     qsizetype at = 2;
     while (at + 1 < size) {
         // Entropy-coded data lies between a scan's header and the next marker; in it every FF is
@@ -59,8 +96,10 @@ std::optional<JpegStructure> readJpegStructure(const QByteArray &data)
             continue;
         }
         if (marker == endOfImage) {
-            if (structure.scans == 0 || structure.size.isEmpty())
+            if (structure.scans == 0 || frame.size.isEmpty())
                 return std::nullopt;
+            structure.size = frame.size;
+            structure.coefficientBytes = isBuffered ? frame.coefficientBytes : 0;
             return structure;
         }
         if (at + 4 > size)
@@ -69,12 +108,14 @@ std::optional<JpegStructure> readJpegStructure(const QByteArray &data)
         if (length < 2 || at + 2 + length > size)
             return std::nullopt;
         if (isFrameHeader(marker)) {
-            if (length < 8)
+            const auto found = readFrame(bytes + at + 4, length - 2, marker);
+            if (!found)
                 return std::nullopt;
-            structure.size = QSize(qFromBigEndian<quint16>(bytes + at + 7),
-                                   qFromBigEndian<quint16>(bytes + at + 5));
-            structure.progressive = isProgressive(marker);
+            frame = *found;
         } else if (marker == startOfScan) {
+            const int components = length > 2 ? bytes[at + 4] : 0;
+            isBuffered = isBuffered || frame.progressive || components < frame.components ||
+                         structure.scans > 0;
             ++structure.scans;
         }
         at += 2 + length;

@@ -10,8 +10,10 @@ namespace zelkam {
 struct JpegStructure
 {
     QSize size;
-    bool progressive = false;
     int scans = 0;
+    /// What a decoder keeps until the last scan, in bytes: the coefficients of all components when
+    /// not every one is whole after the first scan; 0 otherwise.
+    qint64 coefficientBytes = 0;
 };
 
 /// Walks the markers of a JPEG (ITU-T T.81, annex B). Nothing when they are broken or the file

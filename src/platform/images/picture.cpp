@@ -2,45 +2,13 @@
 
 #include "platform/foundation/regular_file.h"
 #include "platform/images/image_decoding.h"
-#include "platform/images/svg_guard.h"
-
-#include <QColorSpace>
-#include <QPainter>
-#include <QSvgRenderer>
+#include "platform/images/svg_image.h"
 
 namespace zelkam {
 
 namespace {
 
 constexpr qint64 largestFile = 256LL << 20;
-constexpr qint64 largestVectorFile = 4LL << 20;
-
-bool looksLikeSvg(const QByteArray &data)
-{
-    return data.size() <= largestVectorFile && data.left(4096).contains("<svg");
-}
-
-std::optional<UIImage> drawVector(const QByteArray &data, const ImageTarget &target)
-{
-    const auto svg = looksLikeSvg(data) ? harmlessSvg(data) : std::nullopt;
-    QSvgRenderer renderer;
-    if (!svg || !renderer.load(*svg))
-        return std::nullopt;
-    const QSize unsized(512, 512);
-    const QSize own = renderer.defaultSize().isEmpty() ? unsized : renderer.defaultSize();
-    const QSize size = target(own).expandedTo({1, 1});
-    if (4 * qint64(size.width()) * size.height() > ImageLimits().pixelBytes)
-        return std::nullopt;
-    QImage image(size, QImage::Format_ARGB32_Premultiplied);
-    if (image.isNull())
-        return std::nullopt;
-    image.fill(Qt::transparent);
-    QPainter painter(&image);
-    renderer.render(&painter, QRectF(QPointF(), QSizeF(size)));
-    painter.end();
-    image.setColorSpace(QColorSpace(QColorSpace::SRgb));
-    return UIImage::fromQImage(image);
-}
 
 std::optional<UIImage> fromDecoded(const std::optional<QImage> &image)
 {
@@ -73,14 +41,14 @@ std::optional<QString> pictureTypeIdentifier(const QByteArray &data)
 std::optional<UIImage> decodePicture(const QByteArray &data)
 {
     if (rasterFormat(data.left(16)).isEmpty())
-        return drawVector(data, [](QSize own) { return own; });
+        return fromDecoded(drawSvg(data, [](QSize own) { return own; }));
     return fromDecoded(decodeImage(data));
 }
 
 std::optional<UIImage> decodePicture(const QByteArray &data, QSize stretchedTo)
 {
     if (rasterFormat(data.left(16)).isEmpty())
-        return drawVector(data, [stretchedTo](QSize) { return stretchedTo; });
+        return fromDecoded(drawSvg(data, [stretchedTo](QSize) { return stretchedTo; }));
     return fromDecoded(decodeImageTo(data, [stretchedTo](QSize) { return stretchedTo; }));
 }
 
@@ -88,7 +56,7 @@ std::optional<UIImage> decodePictureForThumbnail(const QByteArray &data,
                                                  const std::function<QSize(QSize)> &target)
 {
     if (rasterFormat(data.left(16)).isEmpty())
-        return drawVector(data, target);
+        return fromDecoded(drawSvg(data, target));
     constexpr bool hurried = true;
     return fromDecoded(decodeImageTo(data, target, hurried));
 }

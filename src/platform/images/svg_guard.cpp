@@ -1,6 +1,10 @@
 #include "platform/images/svg_guard.h"
 
+#include "platform/images/image_decoding.h"
+
+#include <QBuffer>
 #include <QHash>
+#include <QImageWriter>
 #include <QStringList>
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
@@ -11,15 +15,10 @@ namespace {
 
 constexpr qint64 mostElements = 100'000;
 constexpr int deepest = 256;
+/// Every rule is tried on every element.
+constexpr qint64 mostRuleTrials = 4'000'000;
 
-QStringView reference(const QXmlStreamAttributes &attributes)
-{
-    for (const QXmlStreamAttribute &attribute : attributes) {
-        if (attribute.name() == u"href")
-            return attribute.value();
-    }
-    return {};
-}
+const QLatin1String referenceNamespace("http://www.w3.org/1999/xlink");
 
 /// How many elements a document draws when its references are followed.
 class DrawingCost
@@ -41,6 +40,7 @@ public:
     }
     /// The total, or nothing when a part draws itself or the total passes the limit.
     std::optional<qint64> total() { return sum(m_document); }
+    qint64 elements() const { return m_document.own; }
     int depth() const { return int(m_open.size()); }
 
 private:
@@ -87,13 +87,82 @@ private:
     Part m_document;
 };
 
-bool isDropped(const QXmlStreamReader &reader)
+/// Images within an SVG, which share one allowance.
+class EmbeddedImages
 {
-    const QStringView name = reader.name();
-    if (name == u"script" || name == u"foreignObject")
-        return true;
-    return (name == u"image" || name == u"feImage") &&
-           !reference(reader.attributes()).startsWith(u"data:");
+public:
+    /// The image of a data URL as one of a PNG without surprises; empty when it is none. A renderer
+    /// looks at the bytes and not at the type that the URL names: another SVG may lie in them.
+    QString harmless(QStringView reference)
+    {
+        constexpr QLatin1String marker("base64,");
+        const qsizetype start = reference.indexOf(marker);
+        if (!reference.startsWith(u"data:", Qt::CaseInsensitive) || start < 0)
+            return {};
+        const QByteArray data =
+            QByteArray::fromBase64(reference.mid(start + marker.size()).toLatin1());
+        const auto image = decodeImageTo(data, [this](QSize size) {
+            const qint64 pixels = qint64(size.width()) * size.height();
+            m_pixelsLeft -= pixels;
+            return m_pixelsLeft >= 0 ? size : QSize();
+        });
+        if (!image || m_pixelsLeft < 0)
+            return {};
+        QBuffer png;
+        QImageWriter writer(&png, "png");
+        constexpr int fast = 89; // Qt's word for the first of zlib's levels
+        writer.setQuality(fast);
+        if (!writer.write(*image))
+            return {};
+        return QLatin1String("data:image/png;base64,") + QLatin1String(png.data().toBase64());
+    }
+
+private:
+    qint64 m_pixelsLeft = 16LL << 20;
+};
+
+/// What an element refers to, by whatever prefix; of several the one in the namespace of old, which
+/// renderers of this age read.
+QStringView reference(const QXmlStreamAttributes &attributes)
+{
+    QStringView found;
+    for (const QXmlStreamAttribute &attribute : attributes) {
+        if (attribute.name() == u"href" &&
+            (found.isEmpty() || attribute.namespaceUri() == referenceNamespace))
+            found = attribute.value();
+    }
+    return found;
+}
+
+/// Writes the start of an element with one reference, or none if it is empty.
+void writeStart(QXmlStreamWriter &writer, const QXmlStreamReader &reader, bool isRoot,
+                const QString &reference)
+{
+    constexpr QLatin1String prefix("xlink");
+    writer.writeStartElement(reader.qualifiedName().toString());
+    if (isRoot)
+        writer.writeAttribute(QStringLiteral("xmlns:xlink"), referenceNamespace);
+    const auto declarations = reader.namespaceDeclarations();
+    for (const QXmlStreamNamespaceDeclaration &declaration : declarations) {
+        const QString name = declaration.prefix().toString();
+        if (name != prefix)
+            writer.writeAttribute(name.isEmpty() ? QStringLiteral("xmlns")
+                                                 : QLatin1String("xmlns:") + name,
+                                  declaration.namespaceUri().toString());
+    }
+    const auto attributes = reader.attributes();
+    for (const QXmlStreamAttribute &attribute : attributes) {
+        if (attribute.name() != u"href" && attribute.prefix() != prefix)
+            writer.writeAttribute(attribute.qualifiedName().toString(),
+                                  attribute.value().toString());
+    }
+    if (!reference.isEmpty())
+        writer.writeAttribute(QStringLiteral("xlink:href"), reference);
+}
+
+bool isNeverDrawn(QStringView name)
+{
+    return name == u"script" || name == u"foreignObject" || name == u"feImage";
 }
 
 } // namespace
@@ -104,31 +173,41 @@ std::optional<QByteArray> harmlessSvg(const QByteArray &svg)
     QXmlStreamReader reader(svg);
     QXmlStreamWriter writer(&result);
     DrawingCost cost;
+    EmbeddedImages images;
+    qint64 rules = 0;
     bool isSvg = false;
     while (!reader.atEnd()) {
         switch (reader.readNext()) {
         case QXmlStreamReader::StartElement: {
-            if (cost.depth() == 0 && reader.name() != u"svg")
+            const bool isRoot = cost.depth() == 0;
+            if (isRoot && reader.name() != u"svg")
                 return std::nullopt;
             isSvg = true;
-            if (isDropped(reader)) {
+            const bool isImage = reader.name() == u"image";
+            const QXmlStreamAttributes attributes = reader.attributes();
+            QString target = reference(attributes).trimmed().toString();
+            if (isImage)
+                target = images.harmless(target);
+            else if (!target.startsWith(u'#'))
+                target.clear();
+            if (isNeverDrawn(reader.name()) || (isImage && target.isEmpty())) {
                 reader.skipCurrentElement();
                 break;
             }
-            cost.open(reader.attributes().value(QLatin1String("id")).toString());
-            const QStringView target = reference(reader.attributes());
-            if (reader.name() == u"use" && target.startsWith(u'#'))
-                cost.use(target.mid(1).toString());
+            cost.open(attributes.value(QLatin1String("id")).toString());
+            if (reader.name() == u"use" && !target.isEmpty())
+                cost.use(target.mid(1));
             if (cost.depth() > deepest)
                 return std::nullopt;
-            writer.writeCurrentToken(reader);
+            writeStart(writer, reader, isRoot, target);
             break;
         }
         case QXmlStreamReader::EndElement:
             cost.close();
-            writer.writeCurrentToken(reader);
+            writer.writeEndElement();
             break;
         case QXmlStreamReader::Characters:
+            rules += reader.text().count(u'{');
             writer.writeCharacters(reader.text().toString());
             break;
         default: // document type, comments and processing instructions draw nothing
@@ -136,7 +215,8 @@ std::optional<QByteArray> harmlessSvg(const QByteArray &svg)
         }
     }
     const auto total = cost.total();
-    if (reader.hasError() || !isSvg || !total || *total > mostElements)
+    if (reader.hasError() || !isSvg || !total || *total > mostElements ||
+        rules * cost.elements() > mostRuleTrials)
         return std::nullopt;
     return result;
 }

@@ -5,10 +5,13 @@
 
 namespace zelkam {
 
-/// An SVG that is safe to hand to a renderer: without document type (its entities), scripts,
-/// and images or references that lead out of the file, which a renderer would open.
-/// Nothing when it is no SVG, is not well-formed, or would draw too many elements: nested
-/// references multiply, ten lines of them can make millions.
+/// An SVG that is safe to hand to a renderer, which would open what it refers to: without document
+/// type (its entities), scripts, and references that lead out of the file. Raster images that it
+/// holds are decoded here, under the limits of this layer and up to 16 million pixels in all, and
+/// are put back as PNG; what cannot be decoded so is left out.
+///
+/// Nothing when it is no SVG, is not well-formed, would draw too many elements (nested references
+/// multiply, ten lines of them can make millions), or has style rules beyond all proportion.
 std::optional<QByteArray> harmlessSvg(const QByteArray &svg);
 
 } // namespace zelkam

@@ -1,15 +1,13 @@
 #include "platform/ui/preview_content.h"
 
 #include "platform/images/image_decoding.h"
-#include "platform/images/svg_guard.h"
+#include "platform/images/svg_image.h"
 #include "platform/ui/pdf_pages.h"
 #include "platform/ui/ql_preview_controller.h"
 
 #include <QBuffer>
 #include <QCoreApplication>
 #include <QImageReader>
-#include <QPainter>
-#include <QSvgRenderer>
 
 namespace zelkam {
 
@@ -63,7 +61,7 @@ void loadRaster(PreviewContent &content, const QByteArray &format)
     auto image = decodeImage(bytes, longestEdge);
     if (!image) {
         const QSize size = imageSize(bytes);
-        const bool large = 4 * qint64(size.width()) * size.height() > ImageLimits().pixelBytes;
+        const bool large = 4 * qint64(size.width()) * size.height() > ImageLimits().heldBytes;
         content.problem = large ? QLPreviewController::tr("The image is too large to be shown.")
                                 : QLPreviewController::tr(
                                       "The image is damaged or of a kind that cannot be shown.");
@@ -82,24 +80,20 @@ bool loadVector(PreviewContent &content)
 {
     if (content.file.size > longestVectorFile)
         return false;
-    const auto svg = harmlessSvg(content.file.device->read(longestVectorFile));
+    const QByteArray svg = content.file.device->read(longestVectorFile);
     content.file.device->seek(0);
-    if (!svg)
+    double pixelsOfPoint = 1.0;
+    const auto image = drawSvg(svg, [&pixelsOfPoint](QSize own) {
+        constexpr int edge = 2048;
+        const QSize target = own.scaled(edge, edge, Qt::KeepAspectRatio);
+        pixelsOfPoint = qMax(1.0, double(target.width()) / own.width());
+        return target;
+    });
+    if (!image)
         return false;
-    QSvgRenderer renderer;
-    if (!renderer.load(*svg))
-        return false;
-    QSizeF size = renderer.defaultSize();
-    if (size.isEmpty())
-        size = QSizeF(512, 512);
-    constexpr int edge = 2048;
-    const QSize target = size.scaled(edge, edge, Qt::KeepAspectRatio).toSize().expandedTo({1, 1});
-    content.image = QImage(target, QImage::Format_ARGB32_Premultiplied);
-    content.image.fill(Qt::transparent);
+    content.image = *image;
     // It has no size of its own in pixels; it is shown at the size that it asks for.
-    content.image.setDevicePixelRatio(qMax(1.0, target.width() / size.width()));
-    QPainter painter(&content.image);
-    renderer.render(&painter, QRectF(QPointF(), content.image.deviceIndependentSize()));
+    content.image.setDevicePixelRatio(pixelsOfPoint);
     content.kind = PreviewContent::Kind::image;
     return true;
 }

@@ -180,6 +180,13 @@ void TestHeifImage::refuses_data()
         << heicGrid(heic(corners({512, 512})), {.columns = 200, .rows = 200, .canvas = {64, 64}});
     QTest::newRow("extents of 60,000 x 60,000")
         << patched(tile, "ispe", 4, QByteArray("\0\0\xea\x60\0\0\xea\x60", 8));
+    // Each of the picture's associations with its properties becomes one with the turn.
+    QByteArray turnedOften = heic(corners({64, 64}), {.orientation = 6});
+    const auto associations = turnedOften.indexOf("ipma") + 4;
+    const int count = turnedOften.at(associations + 10);
+    const char turn = turnedOften.at(associations + 10 + count);
+    QTest::newRow("a picture that is turned twice")
+        << turnedOften.replace(associations + 10 + count - 1, 1, QByteArray(1, turn));
     QTest::newRow("another coding") << QByteArray(tile).replace("hvc1", "av01");
 }
 

@@ -6,9 +6,11 @@
 
 #include <QBuffer>
 #include <QImageWriter>
+#include <QSvgRenderer>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTransform>
+#include <QtEndian>
 #include <cmath>
 #include <limits>
 #include <sys/resource.h>
@@ -51,6 +53,42 @@ QByteArray withExif(const QByteArray &jpeg, int orientation)
     return jpeg.left(2) + "\xff\xe1" + char(length >> 8) + char(length & 255) + block + jpeg.mid(2);
 }
 
+/// A JPEG of some hundred bytes whose components lie in scans of their own, most of them missing.
+QByteArray jpegInPieces(quint16 edge, int scans)
+{
+    const auto segment = [](char marker, const QByteArray &content) {
+        const auto length = int(content.size()) + 2;
+        return QByteArray("\xff") + marker + char(length >> 8) + char(length & 255) + content;
+    };
+    const QByteArray edgeBytes = QByteArray(1, char(edge >> 8)) + char(edge & 255);
+    const QByteArray shortest = QByteArray(1, 1) + QByteArray(16, 0); // one code, of one bit
+    QByteArray file = "\xff\xd8" + segment('\xdb', QByteArray(1, 0) + QByteArray(64, 1)) +
+                      segment('\xc0', QByteArray(1, 8) + edgeBytes + edgeBytes +
+                                          QByteArray("\3\1\x11\0\2\x11\0\3\x11\0", 10)) +
+                      segment('\xc4', QByteArray(1, 0) + shortest) +
+                      segment('\xc4', QByteArray(1, 0x10) + shortest);
+    for (int scan = 0; scan < scans; ++scan)
+        file +=
+            segment('\xda', QByteArray(1, 1) + char(scan % 3 + 1) + QByteArray("\0\0\x3f\0", 4)) +
+            '\0';
+    return file + "\xff\xd9";
+}
+
+/// An icon file that says it is small and holds a PNG.
+QByteArray icoOf(const QByteArray &png)
+{
+    QByteArray head("\0\0\1\0\1\0\x10\x10\0\0\1\0\x20\0", 14);
+    const quint32 numbers[] = {qToLittleEndian(quint32(png.size())), qToLittleEndian(quint32(22))};
+    return head.append(reinterpret_cast<const char *>(numbers), sizeof numbers) + png;
+}
+
+QByteArray drawing(const QByteArray &content)
+{
+    return "<svg xmlns='http://www.w3.org/2000/svg' xmlns:xlink='http://www.w3.org/1999/xlink' "
+           "xmlns:z='urn:z' width='512' height='512'>" +
+           content + "</svg>";
+}
+
 /// What a stored picture looks like when its Exif orientation is applied.
 QImage oriented(const QImage &image, int orientation)
 {
@@ -72,6 +110,8 @@ qint64 peakMemory()
 class TestPicture : public QObject
 {
     Q_OBJECT
+
+    QTemporaryDir folder;
 
 private slots:
     void jpegsAreTurnedUpright_data()
@@ -155,6 +195,24 @@ private slots:
             << heicGrid(heic(corners({64, 64})),
                         {.columns = 200, .rows = 200, .canvas = {12800, 12800}})
             << QSize(10, 10);
+        for (const int scans : {3, 256})
+            QTest::addRow("a JPEG in %d pieces, asked for small", scans)
+                << jpegInPieces(16000, scans) << QSize(10, 10);
+        const QByteArray flat = encoded(QImage(QSize(8192, 8000), QImage::Format_Mono), "png");
+        const QByteArray flatColors = sample::image({8192, 8000}, "png", QColor(1, 2, 3, 4));
+        QTest::newRow("a colour that fills 65 megapixels") << flatColors << QSize();
+        QTest::newRow("an icon that is none") << icoOf(flat) << QSize();
+        const QByteArray line = "<path stroke='red' fill='none' stroke-width='1' ";
+        QByteArray zigzag = "d='M0 0";
+        for (int i = 0; i < 20000; ++i)
+            zigzag += "L500 " + QByteArray::number(i % 500) + "L0 " + QByteArray::number(i % 500);
+        QTest::newRow("an outline of a million turns") << drawing(line + zigzag + "'/>") << QSize();
+        QTest::newRow("a line of millions of dashes")
+            << drawing(line + "stroke-dasharray='0.0001' d='M0 0L500 500'/>") << QSize();
+        QTest::newRow("sixty thousand times the whole canvas")
+            << drawing(QByteArray("<rect width='512' height='512' fill-opacity='0.5'/>")
+                           .repeated(60000))
+            << QSize();
     }
     void whatWouldTakeTooMuchIsRefused()
     {
@@ -163,6 +221,60 @@ private slots:
         const qint64 before = peakMemory();
         QVERIFY(!(size.isEmpty() ? decodePicture(file) : decodePicture(file, size)));
         QCOMPARE_LE(peakMemory() - before, 256LL << 20);
+    }
+
+    void drawingsShowNothingFromOutside_data()
+    {
+        QTest::addColumn<QByteArray>("reference");
+        QTest::addColumn<bool>("isShown");
+        const QByteArray path = folder.filePath(QStringLiteral("red.png")).toUtf8();
+        const QByteArray red = sample::image({8, 8}, "png");
+        QVERIFY(sample::write(folder.filePath(QStringLiteral("red.png")), red));
+        QTest::newRow("the address of a file") << "xlink:href='" + path + "'" << false;
+        QTest::newRow("the same behind another reference")
+            << "z:href='data:,' xlink:href='" + path + "'" << false;
+        QTest::newRow("the same in a drawing within")
+            << "xlink:href='data:image/png;base64," +
+                   drawing("<image width='512' height='512' xlink:href='" + path + "'/>")
+                       .toBase64() +
+                   "'"
+            << false;
+        QTest::newRow("a picture within")
+            << "xlink:href='data:image/png;base64," + red.toBase64() + "'" << true;
+        QTest::newRow("the same as it is written today")
+            << "href='data:;base64," + red.toBase64() + "'" << true;
+    }
+    void drawingsShowNothingFromOutside()
+    {
+        QFETCH(const QByteArray, reference);
+        QFETCH(const bool, isShown);
+        const auto picture = decodePicture(drawing(
+            "<rect width='512' height='512' fill='white'/><image width='512' height='512' " +
+            reference + "/>"));
+        QVERIFY(picture);
+        QCOMPARE(picture->toQImage().pixelColor(256, 256), QColor(isShown ? Qt::red : Qt::white));
+    }
+
+    void drawingsLookAsTheRendererDrawsThem()
+    {
+        const QByteArray svg = drawing(
+            "<defs><linearGradient id='g'><stop offset='0' stop-color='red'/><stop offset='1' "
+            "stop-color='blue'/></linearGradient><clipPath id='c'><circle cx='256' cy='256' "
+            "r='200'/></clipPath></defs><rect width='512' height='256' fill='url(#g)'/>"
+            "<g transform='rotate(20 256 256)' opacity='0.5'><ellipse cx='256' cy='256' rx='200' "
+            "ry='90' stroke='green' stroke-width='12' stroke-dasharray='30 9'/></g>"
+            "<polyline points='9,9 90,400 300,100' fill='none' stroke='black' stroke-width='7'/>"
+            "<polygon points='300,300 500,300 400,500' fill='yellow' fill-rule='evenodd'/>"
+            "<text x='40' y='480' font-size='60'>Text</text>");
+        QImage expected(512, 512, QImage::Format_ARGB32_Premultiplied);
+        expected.fill(Qt::transparent);
+        {
+            QPainter painter(&expected);
+            QSvgRenderer(svg).render(&painter);
+        }
+        const auto picture = decodePicture(svg);
+        QVERIFY(picture);
+        QCOMPARE_LE(difference(picture->toQImage(), expected), 2);
     }
 
     void aPhotoOf200MegapixelsWorksAtASize()
@@ -214,7 +326,6 @@ private slots:
 
     void onlyRegularFilesAreRead()
     {
-        QTemporaryDir folder;
         const QString path = folder.filePath(QStringLiteral("a.jpg"));
         QVERIFY(!readPictureFile(path));
         QVERIFY(sample::write(path, "content"));
@@ -226,5 +337,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(TestPicture)
+QTEST_MAIN(TestPicture)
 #include "tst_picture.moc"

@@ -95,9 +95,10 @@ std::optional<HeifStructure::Cost> HeifStructure::codedCost(const Item &item) co
     cost.chromaFormat = property.format->chromaFormat;
     cost.pixels = area(largest);
     // The decoder's picture with its bookkeeping, and libheif's copy of it.
-    constexpr double bookkeeping = 0.6;
-    cost.bytes =
-        std::llround(double(cost.pixels) * (2 * bytesPerPixel(*property.format) + bookkeeping));
+    constexpr double bookkeeping = 1.5;
+    const int copies = property.turn.isEmpty() ? 2 : 3;
+    cost.bytes = std::llround(double(cost.pixels) *
+                              (copies * bytesPerPixel(*property.format) + bookkeeping));
     return cost;
 }
 
@@ -128,7 +129,7 @@ std::optional<HeifStructure::Cost> HeifStructure::gridCost(const Item &item, int
             return std::nullopt;
     }
     // The canvas, and its copy while it is turned or mirrored.
-    constexpr int canvasBytes = 2 * 3;
+    const int canvasBytes = property.turn.isEmpty() ? 3 : 2 * 3;
     tiles.isComposed = true;
     tiles.pixels += canvas;
     tiles.bytes = canvas * canvasBytes + tilesAtOnce * largestTile;
@@ -157,6 +158,7 @@ std::optional<QSize> HeifStructure::gridSize(const Item &item) const
 HeifStructure::Property HeifStructure::propertiesOf(const Item &item) const
 {
     Property all;
+    QByteArrayList turns;
     for (const int number : item.properties) {
         if (number < 1 || number > m_properties.size())
             continue;
@@ -164,6 +166,12 @@ HeifStructure::Property HeifStructure::propertiesOf(const Item &item) const
         all.broken = all.broken || one.broken || (one.format && all.format);
         all.extent = all.extent.expandedTo(one.extent);
         all.alpha = all.alpha || one.alpha;
+        if (!one.turn.isEmpty()) {
+            // Each is carried out on the whole image, and nobody needs two of a kind.
+            all.broken = all.broken || turns.contains(one.turn);
+            turns.append(one.turn);
+            all.turn = one.turn;
+        }
         if (one.format) {
             all.format = one.format;
             all.lengthSize = one.lengthSize;

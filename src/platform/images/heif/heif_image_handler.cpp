@@ -1,15 +1,15 @@
 #include "platform/images/heif/heif_image_handler.h"
 
-#include <QImageReader>
+#include "platform/images/image_costs.h"
 
 namespace zelkam {
 
 namespace {
 
-bool isWithinLimit(const HeifPicture &picture)
+/// For readers that did not come by decodeImageTo(), which has asked already.
+bool isWithinLimit(const HeifPicture &picture, qint64 fileBytes)
 {
-    const qint64 limit = qint64(QImageReader::allocationLimit()) << 20;
-    return limit == 0 || picture.cost().bytes <= limit;
+    return picture.cost().bytes <= mostImageBytes(fileBytes, picture.cost().pixels);
 }
 
 } // namespace
@@ -54,7 +54,8 @@ bool HeifImageHandler::read(QImage *image)
     const HeifPicture &chosen = small ? *small : *whole;
     const QSize size = m_scaledSize.isEmpty() ? chosen.size() : m_scaledSize;
     // Asked for first, so that what is too large fails before anything is decoded.
-    if (!isWithinLimit(chosen) || !allocateImage(size, QImage::Format_RGB32, image))
+    if (!isWithinLimit(chosen, device()->size()) ||
+        !allocateImage(size, QImage::Format_RGB32, image))
         return false;
     *image = QImage();
     *image = chosen.decode(size);

@@ -154,6 +154,8 @@ void HeifStructure::readProperties(ByteReader reader)
                 property = readConfiguration(content);
             } else if (child->type == "auxC") {
                 property.alpha = isAlphaType(child->content);
+            } else if (child->type == "irot" || child->type == "imir" || child->type == "clap") {
+                property.turn = child->type.toByteArray();
             }
             m_properties.append(property);
         }

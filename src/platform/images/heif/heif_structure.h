@@ -52,6 +52,7 @@ private:
         std::optional<HevcPictureFormat> format; ///< of a decoder configuration
         int lengthSize = 0;                      ///< likewise: bytes of a unit's length
         bool alpha = false;                      ///< of an auxiliary image: it is an alpha plane
+        QByteArray turn;                         ///< the type of a transformation; else empty
         bool broken = false;
     };
     struct Item
