@@ -45,9 +45,7 @@ void ZelkamMobileContentsPlugin::presentDocumentPicker(const CallBackManagerPtr 
     picker->allowsMultipleSelection = multiselect;
     picker->setDelegate(std::static_pointer_cast<ZelkamMobileContentsPlugin>(shared_from_this()));
     picker->modalPresentationStyle = UIModalPresentationStyle::overFullScreen;
-    // Without a page to show it on, nothing is shown and nothing is replied.
-    if (UIViewController *page = viewController())
-        page->present(picker, true);
+    presentPicker(picker);
 }
 
 std::shared_ptr<UIDocumentPickerViewController>

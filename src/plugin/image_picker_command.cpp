@@ -39,9 +39,7 @@ void ZelkamMobileContentsPlugin::showSingleImgPicker(const QVariantMap &args)
         if (boolArgument(args, QStringLiteral("camera")).value_or(false))
             screen->sourceType = UIImagePickerControllerSourceType::camera;
         screen->modalPresentationStyle = UIModalPresentationStyle::overFullScreen;
-        // Without a page to show it on, nothing is shown and nothing is replied.
-        if (UIViewController *page = self->viewController())
-            page->present(screen, true);
+        self->presentPicker(screen);
     });
 }
 

@@ -29,4 +29,23 @@ void ZelkamMobileContentsPlugin::setCurrentCallBack(CallBackManagerPtr callBack)
     // something, and what that leads to is not this object's to know.
 }
 
+void ZelkamMobileContentsPlugin::presentPicker(const std::shared_ptr<UIViewController> &picker)
+{
+    if (UIViewController *presenter = presenterOfPicker(picker))
+        presenter->present(picker, true);
+}
+
+UIViewController *
+ZelkamMobileContentsPlugin::presenterOfPicker(const std::shared_ptr<UIViewController> &picker)
+{
+    UIViewController *presenter = viewController();
+    const auto last = m_lastPicker.lock();
+    if (!presenter || (last && last->presentingViewController()))
+        return presenter;
+    while (const auto above = presenter->presentedViewController())
+        presenter = above.get();
+    m_lastPicker = picker;
+    return presenter;
+}
+
 } // namespace zelkam

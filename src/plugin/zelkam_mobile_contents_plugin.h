@@ -103,6 +103,13 @@ private:
     QString getNomalizedURL(const QString &url) const;
     URL URLTransformer(const URL &origin) const;
 
+    /// Shows a picker on the page; without a page nothing is shown and nothing is replied. It lies
+    /// above a preview that is still open, which would keep it from coming and the page without
+    /// a reply. Above another picker it does not come: that one replies to the later call.
+    void presentPicker(const std::shared_ptr<UIViewController> &picker);
+    /// The screen to present a picker from, for one that presents itself; nullptr without a page.
+    UIViewController *presenterOfPicker(const std::shared_ptr<UIViewController> &picker);
+
     QList<UTType> getAllowUTType() const;
     QStringList getAllowDocumentTypes() const;
     std::shared_ptr<UIDocumentPickerViewController> makeDocumentPicker() const;
@@ -127,6 +134,7 @@ private:
 
     mutable std::mutex m_mutex; ///< guards the current call, which downloads read from their queues
     CallBackManagerPtr m_currentCallBack;
+    std::weak_ptr<UIViewController> m_lastPicker;
     std::shared_ptr<ZelkamMobileSingleImagePicker> m_imagePicker;
     qint64 m_fileMaxSelect = 1; ///< kept for whoever asks; it limits nothing
     QStringList m_allowExtensionArr;

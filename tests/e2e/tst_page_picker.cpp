@@ -132,6 +132,17 @@ private slots:
         QCOMPARE(host.run(u"return [await pick({ extension: 'pdf' })].length"_s), 1);
     }
 
+    void comesOverAPreviewThatIsStillOpen()
+    {
+        server.on("/a.txt", HttpTestServer::answer("hello"));
+        const QString text = write(u"b.txt"_s, "words");
+        HostProcess host;
+        QVERIFY(start(host, {text}));
+        QCOMPARE(host.run(u"await ZelkamMobile.exec('fileDownload', { url: 'a.txt' });"
+                          "return bytes((await pick({})).fileUri)"_s),
+                 QString::fromLatin1(QByteArray("words").toHex()));
+    }
+
     void saysOnlyWhatIsWrong()
     {
         HostProcess host;
