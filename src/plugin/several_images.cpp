@@ -31,9 +31,8 @@ void ZelkamMobileContentsPlugin::showMultiImgPicker(const QVariantMap &args)
         handlers.finish = [self, args](const QList<PHAsset> &assets) {
             self->convertImages(assets, args);
         };
-        // Without a page to show it on, nothing is shown and nothing is replied.
-        if (UIViewController *page = self->viewController())
-            picker->presentFrom(*page, true, std::move(handlers));
+        if (UIViewController *presenter = self->presenterOfPicker(picker))
+            picker->presentFrom(*presenter, true, std::move(handlers));
     });
 }
 
@@ -49,10 +48,11 @@ void ZelkamMobileContentsPlugin::convertImages(const QList<PHAsset> &assets,
     // with the last of them.
     DispatchGroup group;
     group.enter();
+    PHImageRequestOptions request;
+    request.isNetworkAccessAllowed = true;
+    request.sequence = PHImageManager::newSequence();
     for (qsizetype i = 0; i < assets.size(); ++i) {
         const bool last = i == assets.size() - 1;
-        PHImageRequestOptions request;
-        request.isNetworkAccessAllowed = true;
         PHImageManager::defaultManager().requestPreparedImageData(
             assets.at(i), request,
             [self, images, group, last](const std::optional<QByteArray> &data,

@@ -8,6 +8,7 @@
 #include <QVariantMap>
 #include <functional>
 #include <map>
+#include <memory>
 #include <optional>
 
 namespace zelkam {
@@ -19,6 +20,10 @@ public:
     /// Whether what lies elsewhere may be fetched. All assets of a folder are at hand, also those
     /// of a mounted network folder, which the system reads like any other: it decides nothing.
     bool isNetworkAccessAllowed = false;
+
+    /// Results of one sequence come in the order of their requests, whatever becomes of those of
+    /// others. PHImageManager::newSequence() gives a number that nobody else has.
+    qint64 sequence = 0;
 };
 
 /// How the data of an asset is to be turned to be seen upright (the values are Exif's).
@@ -27,8 +32,9 @@ enum class CGImagePropertyOrientation : quint32 { up = 1 };
 using PHImageRequestID = qint32;
 
 /// Reads assets on worker threads. Results are delivered on the main thread, from the event loop,
-/// in the order of the requests: the handler of the last request is the last to run. A request
-/// is never lost; an asset that cannot be read is delivered without data.
+/// and in one sequence in the order of the requests: the handler of the last request is the last
+/// to run. A request is never lost; an asset that cannot be read is delivered without data, and so
+/// is one that does not come in half a minute: its folder may lie on a server that is gone.
 ///
 /// Main thread only.
 class PHImageManager : public QObject
@@ -44,11 +50,14 @@ public:
         CGImagePropertyOrientation orientation, const QVariantMap &info)>;
 
     /// Runs on a worker thread as soon as the data is there, and returns what is to run on the
-    /// main thread when it is the request's turn. For work that would hold up the screens.
+    /// main thread when it is the request's turn: never an empty function. For work that would
+    /// hold up the screens. For a request that is given up it runs on the main thread, without
+    /// data, even though it may be running on the worker thread still.
     using Preparation = std::function<std::function<void()>(
         const std::optional<QByteArray> &imageData, const std::optional<QString> &dataUTI)>;
 
     static PHImageManager &defaultManager();
+    static qint64 newSequence();
 
     explicit PHImageManager(QObject *parent = nullptr);
     ~PHImageManager() override;
@@ -63,11 +72,18 @@ public:
                                               Preparation preparation);
 
 private:
-    void deliver(PHImageRequestID request, std::function<void()> delivery);
+    struct Request
+    {
+        std::shared_ptr<const Preparation> preparation;
+        std::function<void()> delivery; ///< empty until it is prepared
+    };
+
+    Request *openRequest(qint64 sequence, PHImageRequestID request);
+    void giveUp(qint64 sequence, PHImageRequestID request);
+    void deliver(qint64 sequence, PHImageRequestID request, std::function<void()> delivery);
 
     PHImageRequestID m_lastRequest = 0;
-    PHImageRequestID m_nextDelivery = 1;
-    std::map<PHImageRequestID, std::function<void()>> m_early; ///< done before their turn
+    std::map<qint64, std::map<PHImageRequestID, Request>> m_open; ///< by sequence
 };
 
 } // namespace zelkam

@@ -1,20 +1,23 @@
 #include "platform/photos/photo_workers.h"
 
+#include "platform/photos/photo_crew.h"
+
+#include <QBasicTimer>
 #include <QCoreApplication>
 #include <QPointer>
-#include <algorithm>
-#include <condition_variable>
-#include <deque>
-#include <mutex>
+#include <QTimerEvent>
 #include <sys/resource.h>
-#include <thread>
-#include <vector>
+#include <utility>
 
 namespace zelkam {
 
 namespace {
 
-using Work = std::function<void()>;
+std::chrono::milliseconds &timeLimit()
+{
+    static std::chrono::milliseconds limit = PhotoWorkers::defaultTimeLimit;
+    return limit;
+}
 
 /// On Linux every thread has a priority of its own; Qt's thread priorities have no effect there.
 void giveWay()
@@ -23,67 +26,44 @@ void giveWay()
     ::setpriority(PRIO_PROCESS, 0, nicer);
 }
 
-/// A fixed number of threads and the work that waits for them. Not Qt's pool, as the thread
-/// sanitizer sees no hand-over of work in there.
+/// Looks after a crew while it has something to do, and dismisses it at the end.
 class WorkerPool : public QObject
 {
 public:
-    WorkerPool(PhotoWorkers::Kind kind, QObject *parent) : QObject(parent)
+    WorkerPool(PhotoWorkers::Kind kind, QObject *parent)
+        : QObject(parent),
+          m_crew(std::make_shared<PhotoCrew>(kind == PhotoWorkers::Kind::thumbnail ? giveWay
+                                                                                   : nullptr))
     {
-        const unsigned count = std::clamp(std::thread::hardware_concurrency(), 2U, 4U);
-        for (unsigned i = 0; i < count; ++i)
-            m_threads.emplace_back([this, kind] {
-                if (kind == PhotoWorkers::Kind::thumbnail)
-                    giveWay();
-                run();
-            });
     }
 
-    ~WorkerPool() override
+    ~WorkerPool() override { m_crew->dismiss(std::chrono::seconds(2)); }
+
+    void start(std::function<void()> work, std::function<void()> givenUp)
     {
-        {
-            const std::lock_guard lock(m_mutex);
-            m_ended = true;
-            m_waiting.clear();
-        }
-        m_wake.notify_all();
-        for (std::thread &thread : m_threads)
-            thread.join();
+        m_crew->start(std::move(work), std::move(givenUp));
+        constexpr int looks = 15;
+        const int interval = int(timeLimit().count()) / looks;
+        if (!m_looks.isActive() || interval != std::exchange(m_interval, interval))
+            m_looks.start(interval, this);
     }
 
-    void start(Work work)
+protected:
+    void timerEvent(QTimerEvent *event) override
     {
-        {
-            const std::lock_guard lock(m_mutex);
-            m_waiting.push_back(std::move(work));
-        }
-        m_wake.notify_one();
+        if (event->timerId() != m_looks.timerId())
+            return;
+        auto look = m_crew->look(timeLimit());
+        if (!look.goesOn)
+            m_looks.stop();
+        for (const auto &tell : look.givenUp)
+            tell();
     }
 
 private:
-    void run()
-    {
-        while (const Work work = next())
-            work();
-    }
-
-    /// Waits for work; empty at the end.
-    Work next()
-    {
-        std::unique_lock lock(m_mutex);
-        m_wake.wait(lock, [this] { return m_ended || !m_waiting.empty(); });
-        if (m_ended)
-            return {};
-        Work work = std::move(m_waiting.front());
-        m_waiting.pop_front();
-        return work;
-    }
-
-    std::mutex m_mutex; // guards what waits and the end
-    std::condition_variable m_wake;
-    std::deque<Work> m_waiting;
-    bool m_ended = false;
-    std::vector<std::thread> m_threads;
+    std::shared_ptr<PhotoCrew> m_crew;
+    QBasicTimer m_looks;
+    int m_interval = 0; ///< of the looks, in milliseconds
 };
 
 WorkerPool *pool(PhotoWorkers::Kind kind)
@@ -97,10 +77,15 @@ WorkerPool *pool(PhotoWorkers::Kind kind)
 
 } // namespace
 
-void PhotoWorkers::start(std::function<void()> work, Kind kind)
+void PhotoWorkers::start(std::function<void()> work, Kind kind, std::function<void()> givenUp)
 {
     if (WorkerPool *const workers = pool(kind))
-        workers->start(std::move(work));
+        workers->start(std::move(work), std::move(givenUp));
+}
+
+void PhotoWorkers::setTimeLimit(std::chrono::milliseconds limit)
+{
+    timeLimit() = limit;
 }
 
 } // namespace zelkam

@@ -105,7 +105,11 @@ void ThumbnailStore::startNext()
             // The screen has it already; the disk gets it while the next one is decoded.
             disk.store(asset, made.toStore);
         };
-        PhotoWorkers::start(work, PhotoWorkers::Kind::thumbnail);
+        PhotoWorkers::start(work, PhotoWorkers::Kind::thumbnail,
+                            [store = QPointer(this), asset, edge = m_edge] {
+                                if (store)
+                                    store->finish(asset, edge, {});
+                            });
     }
 }
 

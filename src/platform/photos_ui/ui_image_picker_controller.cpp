@@ -110,7 +110,11 @@ void UIImagePickerController::pick(const QString &filePath)
                     self->finish(picture ? picture->toQImage() : QImage());
             });
         },
-        PhotoWorkers::Kind::requested);
+        PhotoWorkers::Kind::requested,
+        [picker = weak_from_this()] {
+            if (const auto self = std::static_pointer_cast<UIImagePickerController>(picker.lock()))
+                self->finish({});
+        });
 }
 
 void UIImagePickerController::finish(const QImage &image)

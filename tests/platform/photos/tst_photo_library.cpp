@@ -1,6 +1,7 @@
 #include "picture_comparison.h"
 #include "platform/photos/ph_image_manager.h"
 #include "platform/photos/ph_photo_library.h"
+#include "platform/photos/photo_workers.h"
 #include "platform/photos/saved_photos_album.h"
 #include "platform/photos/thumbnail_store.h"
 #include "support/sample_files.h"
@@ -8,14 +9,34 @@
 #include <QCryptographicHash>
 #include <QDateTime>
 #include <QDir>
+#include <QScopeGuard>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 #include <QUrl>
+#include <latch>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 using namespace zelkam;
 using namespace zelkam::test;
 using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString hangingProgram = u"hang"_s;
+
+int endWhileAWorkerHangs(int argc, char **argv)
+{
+    QCoreApplication program(argc, argv);
+    PhotoWorkers::start([] { std::latch(1).wait(); }, PhotoWorkers::Kind::requested);
+    QTimer::singleShot(100, &program, &QCoreApplication::quit);
+    return program.exec();
+}
+
+} // namespace
 
 class TestPhotoLibrary : public QObject
 {
@@ -174,6 +195,60 @@ private slots:
         QTRY_COMPARE(order, QList<int>({0, 1, 2, 3}));
     }
 
+    void whatHangsHoldsUpNobodyElse()
+    {
+        PhotoWorkers::setTimeLimit(std::chrono::milliseconds(1500));
+        const auto reset =
+            qScopeGuard([] { PhotoWorkers::setTimeLimit(PhotoWorkers::defaultTimeLimit); });
+        PHImageManager manager;
+        const PHAsset asset = add(u"a.jpg"_s, 5);
+        std::latch end(1);
+        QStringList order;
+        const auto request = [&](const QString &name, qint64 sequence, bool hangs) {
+            manager.requestPreparedImageData(
+                asset, {true, sequence},
+                [name, hangs, &end, &order](const auto &data, const auto &) {
+                    if (hangs && data)
+                        end.wait();
+                    return [name, got = data.has_value(), &order] {
+                        order.append(got ? name : u"nothing"_s);
+                    };
+                });
+        };
+        const qint64 pick = PHImageManager::newSequence();
+        request(u"first"_s, pick, false);
+        constexpr int more = 8; // than there are threads
+        for (int i = 0; i < more; ++i)
+            request(u"hangs"_s, pick, true);
+        request(u"last"_s, pick, false);
+        request(u"of another pick"_s, PHImageManager::newSequence(), false);
+        QStringList expected{u"first"_s, u"of another pick"_s};
+        QTRY_COMPARE(order, expected);
+        expected += QStringList(more, u"nothing"_s) + QStringList(u"last"_s);
+        QTRY_COMPARE(order, expected);
+        end.count_down(); // what hung comes back, too late
+        request(u"later"_s, pick, false);
+        expected.append(u"later"_s);
+        QTRY_COMPARE(order, expected);
+        QTest::qWait(50);
+        QCOMPARE(order, expected);
+    }
+
+    void theProgramEndsThoughAWorkerHangs()
+    {
+        // Not by QProcess, after which the thread sanitizer allows no new threads.
+        QByteArray path = QFile::encodeName(QCoreApplication::applicationFilePath());
+        QByteArray argument = hangingProgram.toLocal8Bit();
+        char *arguments[] = {path.data(), argument.data(), nullptr};
+        pid_t program = 0;
+        QCOMPARE(::posix_spawn(&program, path.constData(), nullptr, nullptr, arguments, environ),
+                 0);
+        int status = -1;
+        QVERIFY(QTest::qWaitFor([&] { return ::waitpid(program, &status, WNOHANG) == program; },
+                                30000));
+        QCOMPARE(status, 0);
+    }
+
     void thumbnailsShowTheMiddle()
     {
         // Only the middle square is of the four colours; the rest is black.
@@ -279,5 +354,13 @@ private slots:
     }
 };
 
-QTEST_MAIN(TestPhotoLibrary)
+int main(int argc, char **argv)
+{
+    if (argc > 1 && QString::fromLocal8Bit(argv[1]) == hangingProgram)
+        return endWhileAWorkerHangs(argc, argv);
+    QGuiApplication program(argc, argv);
+    TestPhotoLibrary test;
+    QTEST_SET_MAIN_SOURCE_PATH
+    return QTest::qExec(&test, argc, argv);
+}
 #include "tst_photo_library.moc"
