@@ -7,6 +7,7 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QScrollBar>
+#include <QStyle>
 #include <QStyleOptionFrame>
 #include <QTimer>
 
@@ -205,6 +206,32 @@ void PickerSearchField::keyPressEvent(QKeyEvent *event)
         emit leftDownwards();
     else
         QLineEdit::keyPressEvent(event);
+}
+
+PickerLine::PickerLine(QWidget *parent) : QLabel(parent)
+{
+    setFont(themeFont(TextRole::body, font()));
+    setTextFormat(Qt::PlainText);
+    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+}
+
+void PickerLine::setLine(const QString &text, const QString &brief, Qt::TextElideMode elision)
+{
+    m_brief = brief;
+    m_elision = elision;
+    setText(text);
+}
+
+void PickerLine::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.setPen(palette().color(QPalette::WindowText));
+    const bool fits = fontMetrics().horizontalAdvance(text()) <= width();
+    const QString line = fits || m_brief.isEmpty() ? text() : m_brief;
+    painter.drawText(rect(),
+                     int(QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft)) |
+                         Qt::AlignVCenter | Qt::TextSingleLine,
+                     fontMetrics().elidedText(line, m_elision, width()));
 }
 
 PickerPathBar::PickerPathBar(QWidget *parent) : QScrollArea(parent)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QAbstractButton>
+#include <QLabel>
 #include <QLineEdit>
 #include <QScrollArea>
 
@@ -51,6 +52,26 @@ protected:
 signals:
     /// The person went on to the list.
     void leftDownwards();
+};
+
+/// One line of text that says less where there is less room.
+class PickerLine : public QLabel
+{
+    Q_OBJECT
+
+public:
+    explicit PickerLine(QWidget *parent = nullptr);
+
+    /// @param brief    stands for the text where that does not fit; may be empty
+    /// @param elision  where what does not fit either is cut
+    void setLine(const QString &text, const QString &brief, Qt::TextElideMode elision);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    QString m_brief;
+    Qt::TextElideMode m_elision = Qt::ElideRight;
 };
 
 /// The folders from the place that a path lies in down to its last folder. Each can be gone to.

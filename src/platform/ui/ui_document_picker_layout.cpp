@@ -12,7 +12,6 @@
 #include "platform/ui/ui_navigation_bar.h"
 
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QPainter>
 #include <QStackedWidget>
 #include <QVBoxLayout>
@@ -64,7 +63,7 @@ DocumentPickerView::DocumentPickerView(const QList<UTType> &allowedTypes,
       m_list(new DocumentListView),
       m_message(new DocumentPickerMessage),
       m_footer(new QWidget),
-      m_count(new QLabel),
+      m_count(new PickerLine),
       m_clear(new PickerIconButton({}, tr("Clear"))),
       m_open(new PickerPrimaryButton(tr("Open")))
 {
@@ -100,9 +99,6 @@ void DocumentPickerView::buildLayout()
     searchRow->setContentsMargins(2 * metrics::grid, 4, 2 * metrics::grid, metrics::grid);
     searchRow->addWidget(m_search);
 
-    m_count->setFont(themeFont(TextRole::body, font()));
-    m_count->setTextFormat(Qt::PlainText);
-    m_count->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     auto *footerRow = new QHBoxLayout(m_footer);
     footerRow->setContentsMargins(2 * metrics::grid, metrics::grid, 2 * metrics::grid,
                                   metrics::grid);
@@ -151,8 +147,6 @@ void DocumentPickerView::arrange()
     m_placesButton->setVisible(!hasSidebar);
     if (hasSidebar && m_pages->currentWidget() == m_placesPage)
         showPlaces(false);
-    m_content->layout()->activate();
-    updateSelection();
 }
 
 } // namespace zelkam

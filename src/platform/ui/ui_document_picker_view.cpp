@@ -12,7 +12,6 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QKeyEvent>
-#include <QLabel>
 #include <QLocale>
 #include <QPainter>
 #include <QStackedWidget>
@@ -142,17 +141,15 @@ void DocumentPickerView::updatePath()
 void DocumentPickerView::updateSelection()
 {
     const QStringList &selection = m_model->selection();
-    QString text;
+    const int count = int(selection.size());
     if (selection.isEmpty())
-        text = m_multiple ? tr("Nothing selected") : tr("Choose one document");
+        m_count->setLine(m_multiple ? tr("Nothing selected") : tr("Choose one document"), {},
+                         Qt::ElideRight);
     else if (m_multiple)
-        text = tr("%Ln selected", nullptr, int(selection.size()));
+        m_count->setLine(tr("%Ln selected", nullptr, count), QLocale().toString(count),
+                         Qt::ElideRight);
     else
-        text = selection.first().section(u'/', -1);
-    const int room = m_count->width();
-    m_count->setText(room > 0 ? m_count->fontMetrics().elidedText(text, Qt::ElideMiddle, room)
-                              : text);
-    m_count->setAccessibleName(text);
+        m_count->setLine(selection.first().section(u'/', -1), {}, Qt::ElideMiddle);
     m_open->setEnabled(!selection.isEmpty() && !m_isOpening);
     m_clear->setVisible(m_multiple && !selection.isEmpty());
 }
@@ -230,7 +227,7 @@ QStringList DocumentPickerView::selection() const
 void DocumentPickerView::showOpening()
 {
     m_isOpening = true;
-    m_count->setText(tr("Opening…"));
+    m_count->setLine(tr("Opening…"), {}, Qt::ElideRight);
     m_open->setEnabled(false);
     m_clear->hide();
     // Painted now: whoever gets the documents may keep this thread for a while.

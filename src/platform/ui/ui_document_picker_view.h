@@ -7,7 +7,6 @@
 #include <QWidget>
 
 class QBoxLayout;
-class QLabel;
 class QStackedWidget;
 
 namespace zelkam {
@@ -17,6 +16,7 @@ class DocumentListView;
 class DocumentPickerMessage;
 class DocumentPickerModel;
 class PickerIconButton;
+class PickerLine;
 class PickerPathBar;
 class PickerPrimaryButton;
 class PickerSearchField;
@@ -92,7 +92,7 @@ private:
     DocumentListView *m_list;
     DocumentPickerMessage *m_message;
     QWidget *m_footer;
-    QLabel *m_count;
+    PickerLine *m_count;
     PickerIconButton *m_clear;
     PickerPrimaryButton *m_open;
 };
