@@ -52,6 +52,7 @@ void ZelkamMobileContentsPreViewVC::viewDidAppear(bool animated)
     auto *bar =
         new UINavigationBar(QRect(0, safeAreaInsets().top(), view()->width(), barHeight), view());
     const auto navigationItem = std::make_shared<UINavigationItem>(name);
+    navigationItem->titleElision = Qt::ElideMiddle;
     navigationItem->leftBarButtonItem = std::make_shared<UIBarButtonItem>(
         UIBarButtonSystemItem::done, this, [this](QObject *sender) { onTapDone(sender); });
     if (shareOpt) {

@@ -138,17 +138,20 @@ void UINavigationBar::paintEvent(QPaintEvent *)
     const UINavigationItem *top = topItem();
     if (!top)
         return;
-    // The same room on both sides keeps the title in the middle of the bar.
-    const int side =
-        qMax(m_left ? m_left->width() : metrics::grid, m_right ? m_right->width() : metrics::grid);
-    const QRect room = rect().adjusted(side, 0, -side, -1);
     painter.setOpacity(m_titleOpacity);
     painter.setFont(themeFont(TextRole::title, font()));
     painter.setPen(palette().color(QPalette::WindowText));
     QString title = top->title;
     title.replace(u'\n', u' ');
+    const int left = m_left ? m_left->width() : metrics::grid;
+    const int right = m_right ? m_right->width() : metrics::grid;
+    // The same room on both sides keeps the title in the middle of the bar.
+    const int side = qMax(left, right);
+    QRect room = rect().adjusted(side, 0, -side, -1);
+    if (painter.fontMetrics().horizontalAdvance(title) > room.width())
+        room = rect().adjusted(left, 0, -right, -1);
     painter.drawText(room, Qt::AlignCenter | Qt::TextSingleLine,
-                     painter.fontMetrics().elidedText(title, Qt::ElideMiddle, room.width()));
+                     painter.fontMetrics().elidedText(title, top->titleElision, room.width()));
 }
 
 void UINavigationBar::resizeEvent(QResizeEvent *event)

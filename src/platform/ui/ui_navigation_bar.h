@@ -15,13 +15,15 @@ struct UINavigationItem
     explicit UINavigationItem(QString itemTitle) : title(std::move(itemTitle)) {}
 
     QString title;
+    /// Where a title goes that has no room. The middle suits a file's name, whose extension stays.
+    Qt::TextElideMode titleElision = Qt::ElideRight;
     std::shared_ptr<UIBarButtonItem> leftBarButtonItem;
     std::shared_ptr<UIBarButtonItem> rightBarButtonItem;
 };
 
-/// A bar with a title in the middle, elided in its middle so that a file's extension stays to
-/// be read, and a button at each end. It keeps the frame that it was given; 44 points is its
-/// height. The title is plain text.
+/// A bar with a title in the middle and a button at each end. A title that is too long for the
+/// middle takes all the room between the buttons, and is elided only when that is not enough. The
+/// bar keeps the frame that it was given; 44 points is its height. The title is plain text.
 class UINavigationBar : public QWidget
 {
     Q_OBJECT
