@@ -36,8 +36,7 @@ constexpr std::array options{
     Option{"screenshots", "DIR", "save the window as PNG after each reply and each screen"},
     Option{"tour", nullptr, "play the built-in demo unattended and quit"},
     Option{"answer-picker", "FILE[,FILE...]",
-           "pick these files in the next picker; the word photo takes one with the camera, the "
-           "word cancel cancels (repeatable)"},
+           "pick these in the next picker; photo takes one, cancel cancels (repeatable)"},
     Option{"remote-debugging-port", "PORT", "let a browser's developer tools connect"},
     Option{"help", nullptr, "show this text"},
     Option{"version", nullptr, "show the version"},
@@ -53,7 +52,7 @@ QString helpText()
         QString head = u"  --"_s + QLatin1String(option.name);
         if (option.value)
             head += u' ' + QLatin1String(option.value);
-        text += head.leftJustified(32) + QLatin1String(option.description) + u'\n';
+        text += head.leftJustified(34) + QLatin1String(option.description) + u'\n';
     }
     return text.chopped(1);
 }
