@@ -2,6 +2,7 @@
 
 #include "platform/ui/layout_guide.h"
 #include "platform/ui/theme.h"
+#include "platform/ui/ui_document_picker_content.h"
 #include "platform/ui/ui_document_picker_controls.h"
 #include "platform/ui/ui_document_picker_list.h"
 #include "platform/ui/ui_document_picker_message.h"
@@ -47,10 +48,10 @@ protected:
 DocumentPickerView::DocumentPickerView(const QList<UTType> &allowedTypes,
                                        bool allowsMultipleSelection)
     : m_multiple(allowsMultipleSelection),
-      m_allowedTypes(allowedTypes),
       m_places(documentPlaces()),
       m_model(new DocumentPickerModel(allowsMultipleSelection, this)),
       m_reader(new DocumentFolderReader(allowedTypes, this)),
+      m_checks(new DocumentChecks(allowedTypes, this)),
       m_bar(new UINavigationBar(QRect(0, 0, 100, metrics::tapTarget))),
       m_content(new QWidget(this)),
       m_sidebar(new DocumentPlacesList(m_places)),

@@ -21,15 +21,25 @@ void DocumentPickerModel::setListing(const DocumentListing &listing)
 
 void DocumentPickerModel::setChoices(int first, const QList<DocumentChoice> &choices)
 {
-    for (int i = 0; i < choices.size(); ++i)
-        m_listing.entries[first + i].choice = choices.at(i);
+    for (int i = 0; i < choices.size(); ++i) {
+        DocumentChoice &choice = m_listing.entries[first + i].choice;
+        if (choice == DocumentChoice::unknown)
+            choice = choices.at(i);
+    }
     changed(0, rowCount() - 1);
 }
 
-void DocumentPickerModel::setChoice(const QModelIndex &index, DocumentChoice choice)
+void DocumentPickerModel::setChoice(const QString &path, DocumentChoice choice)
 {
-    m_listing.entries[m_shown.at(size_t(index.row()))].choice = choice;
-    changed(index.row(), index.row());
+    for (DocumentEntry &entry : m_listing.entries) {
+        if (path.endsWith(entry.name) && path == pathOf(entry))
+            entry.choice = choice;
+    }
+    if (choice != DocumentChoice::allowed && m_selected.remove(path)) {
+        m_selection.removeAll(path);
+        emit selectionChanged();
+    }
+    changed(0, rowCount() - 1);
 }
 
 void DocumentPickerModel::setSearch(const QString &text)
@@ -75,8 +85,13 @@ const DocumentEntry &DocumentPickerModel::entry(const QModelIndex &index) const
 
 QString DocumentPickerModel::pathOf(const QModelIndex &index) const
 {
+    return pathOf(entry(index));
+}
+
+QString DocumentPickerModel::pathOf(const DocumentEntry &entry) const
+{
     const QString &path = m_listing.path;
-    return (path.endsWith(u'/') ? path : path + u'/') + entry(index).name;
+    return (path.endsWith(u'/') ? path : path + u'/') + entry.name;
 }
 
 QModelIndex DocumentPickerModel::find(const QString &name) const
@@ -91,7 +106,7 @@ QModelIndex DocumentPickerModel::find(const QString &name) const
 void DocumentPickerModel::toggle(const QModelIndex &index)
 {
     const DocumentEntry &item = entry(index);
-    if (item.isFolder || item.choice != DocumentChoice::allowed)
+    if (item.isFolder || !flags(index).testFlag(Qt::ItemIsSelectable))
         return;
     const QString path = pathOf(index);
     const bool wasSelected = m_selected.contains(path);

@@ -19,8 +19,10 @@ public:
     explicit DocumentPickerModel(bool allowsMultipleSelection, QObject *parent = nullptr);
 
     void setListing(const DocumentListing &listing);
+    /// For entries of which the choice was not known; the others keep theirs.
     void setChoices(int first, const QList<DocumentChoice> &choices);
-    void setChoice(const QModelIndex &index, DocumentChoice choice);
+    /// For a document of this or another folder; one that is not allowed does not stay picked.
+    void setChoice(const QString &path, DocumentChoice choice);
     const QString &path() const { return m_listing.path; }
 
     void setSearch(const QString &text);
@@ -32,8 +34,8 @@ public:
     /// The row of a name; invalid when it is not there or not shown.
     QModelIndex find(const QString &name) const;
 
-    /// Picks a document that is allowed, or lets it go. Without multiple selection, it takes the
-    /// place of the one before.
+    /// Picks a document that is allowed, as far as is known, or lets it go. Without multiple
+    /// selection, it takes the place of the one before.
     void toggle(const QModelIndex &index);
     void clearSelection();
     bool isSelected(const QModelIndex &index) const;
@@ -47,6 +49,7 @@ signals:
     void selectionChanged();
 
 private:
+    QString pathOf(const DocumentEntry &entry) const;
     void filter();
     void changed(int first, int last);
 

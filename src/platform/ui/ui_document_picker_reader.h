@@ -22,7 +22,8 @@ public:
     /// Begins to read; what was being read is given up, and no signal of it follows.
     void read(const QString &path);
 
-    /// Whether the document may be picked, found out now. Reads from the disk.
+    /// Whether the document may be picked, by its name and its content. Reads from the disk. From
+    /// any thread.
     static DocumentChoice choiceOf(const QString &path, const QList<UTType> &allowedTypes);
 
 signals:

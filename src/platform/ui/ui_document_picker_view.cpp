@@ -1,6 +1,7 @@
 #include "platform/ui/ui_document_picker_view.h"
 
 #include "platform/ui/theme.h"
+#include "platform/ui/ui_document_picker_content.h"
 #include "platform/ui/ui_document_picker_controls.h"
 #include "platform/ui/ui_document_picker_list.h"
 #include "platform/ui/ui_document_picker_message.h"
@@ -27,6 +28,8 @@ void DocumentPickerView::connectParts()
     connect(m_reader, &DocumentFolderReader::counted, this, [this](int entries) {
         m_message->setDetail(tr("%Ln item(s) so far", nullptr, entries));
     });
+    connect(m_checks, &DocumentChecks::checked, m_model, &DocumentPickerModel::setChoice);
+    connect(m_checks, &DocumentChecks::settled, this, &DocumentPickerView::checked);
     connect(m_model, &DocumentPickerModel::selectionChanged, this,
             &DocumentPickerView::updateSelection);
     for (DocumentPlacesList *places : {m_sidebar, m_placesPage})
@@ -164,15 +167,19 @@ void DocumentPickerView::tap(const QModelIndex &index)
             openFolder(m_model->pathOf(index));
         return;
     }
-    examine(index);
-    m_model->toggle(index);
+    toggle(index);
 }
 
-void DocumentPickerView::examine(const QModelIndex &index)
+void DocumentPickerView::toggle(const QModelIndex &index)
 {
-    if (m_model->entry(index).choice == DocumentChoice::unknown)
-        m_model->setChoice(index,
-                           DocumentFolderReader::choiceOf(m_model->pathOf(index), m_allowedTypes));
+    m_model->toggle(index);
+    if (m_model->isSelected(index))
+        m_checks->start(m_model->pathOf(index), m_model->entry(index).choice);
+}
+
+bool DocumentPickerView::isChecking() const
+{
+    return m_checks->isRunning();
 }
 
 void DocumentPickerView::open(const QModelIndex &index)
@@ -183,9 +190,8 @@ void DocumentPickerView::open(const QModelIndex &index)
         tap(index);
         return;
     }
-    examine(index);
     if (!m_model->isSelected(index))
-        m_model->toggle(index);
+        toggle(index);
     if (m_model->isSelected(index))
         emit accepted();
 }
@@ -211,11 +217,10 @@ bool DocumentPickerView::select(const QString &name)
     const QModelIndex index = m_model->find(name);
     if (!index.isValid())
         return false;
-    examine(index);
     m_list->setCurrentIndex(index);
     m_list->scrollTo(index);
     if (!m_model->isSelected(index))
-        m_model->toggle(index);
+        toggle(index);
     return m_model->isSelected(index);
 }
 
@@ -224,9 +229,13 @@ QStringList DocumentPickerView::selection() const
     return m_model->selection();
 }
 
-void DocumentPickerView::showOpening()
+void DocumentPickerView::showOpening(bool isOpening)
 {
-    m_isOpening = true;
+    m_isOpening = isOpening;
+    if (!isOpening) {
+        updateSelection();
+        return;
+    }
     m_count->setLine(tr("Opening…"), {}, Qt::ElideRight);
     m_open->setEnabled(false);
     m_clear->hide();

@@ -11,6 +11,7 @@ class QStackedWidget;
 
 namespace zelkam {
 
+class DocumentChecks;
 class DocumentFolderReader;
 class DocumentListView;
 class DocumentPickerMessage;
@@ -41,11 +42,17 @@ public:
     bool select(const QString &name);
     QStringList selection() const;
 
-    /// Shows that the selection is on its way, and takes no more input.
-    void showOpening();
+    /// Whether the contents of selected documents are being looked at, after which some may not
+    /// stay selected.
+    bool isChecking() const;
+
+    /// Shows that the selection is on its way, and takes no more input; or no longer so.
+    void showOpening(bool isOpening = true);
 
 signals:
     void ready();
+    /// The contents of what is selected have been looked at.
+    void checked();
     void accepted();
     void cancelled();
 
@@ -63,8 +70,8 @@ private:
     void updatePath();
     void tap(const QModelIndex &index);
     void open(const QModelIndex &index);
-    /// Finds out what a document is whose content nobody has looked at yet.
-    void examine(const QModelIndex &index);
+    /// Selects a document, of which the content is looked at then, or lets it go.
+    void toggle(const QModelIndex &index);
     void goUp();
     void showPlaces(bool show);
     void arrange();
@@ -75,11 +82,11 @@ private:
     bool m_isReady = false;
     bool m_multiple;
     bool m_isOpening = false;
-    QList<UTType> m_allowedTypes;
     QList<DocumentPlace> m_places;
 
     DocumentPickerModel *m_model;
     DocumentFolderReader *m_reader;
+    DocumentChecks *m_checks;
     UINavigationBar *m_bar;
     QWidget *m_content;
     DocumentPlacesList *m_sidebar;

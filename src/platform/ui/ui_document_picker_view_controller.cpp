@@ -118,17 +118,47 @@ void UIDocumentPickerViewController::showNextOf(QStringList paths)
             qWarning("The document picker cannot pick %s", qUtf8Printable(paths.first()));
         paths.removeFirst();
     }
-    emit selectionShown();
+    const QStringList shown = selection();
+    afterChecks([this, shown] {
+        for (const QString &path : shown) {
+            if (!selection().contains(path))
+                qWarning("The document picker cannot pick %s", qUtf8Printable(path));
+        }
+        emit selectionShown();
+    });
+}
+
+void UIDocumentPickerViewController::afterChecks(std::function<void()> then)
+{
+    if (m_screen->isChecking())
+        connect(m_screen, &DocumentPickerView::checked, this, std::move(then),
+                Qt::SingleShotConnection);
+    else
+        then();
 }
 
 void UIDocumentPickerViewController::accept()
 {
     const QStringList paths = selection();
-    if (m_answered || paths.isEmpty())
+    if (m_answered || m_isAccepting || paths.isEmpty())
         return;
-    m_answered = true;
-    lastDirectory() = m_screen->folder();
+    m_isAccepting = true;
     m_screen->showOpening();
+    afterChecks([this, paths] {
+        m_isAccepting = false;
+        // The person has to see what is no longer among the selected.
+        if (selection() == paths)
+            answer(paths);
+        else
+            m_screen->showOpening(false);
+    });
+}
+
+void UIDocumentPickerViewController::answer(const QStringList &paths)
+{
+    if (std::exchange(m_answered, true))
+        return;
+    lastDirectory() = m_screen->folder();
     QList<URL> urls;
     for (const QString &path : paths)
         urls.append(URL::fromFilePath(path));

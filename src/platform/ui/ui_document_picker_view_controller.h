@@ -7,6 +7,7 @@
 #include <QList>
 #include <QPointer>
 #include <QStringList>
+#include <functional>
 #include <memory>
 
 namespace zelkam {
@@ -33,9 +34,11 @@ public:
 /// A screen on which a person picks documents of the device: places, folders, a search field.
 ///
 /// What may be picked are regular files that may be read and whose type conforms to one of the
-/// allowed types; everything else is dimmed. The type is that of UTType::fromFile(). Links count
-/// as what they lead to. Selected documents stay selected while the person looks into other
-/// folders. Folders are read on a thread of their own: a large, slow or dead one holds up nothing.
+/// allowed types; everything else is dimmed. The type is that of UTType::fromFile(); and whatever
+/// the name says, what its first bytes show to be something else (a JPEG that is called "a.pdf") is
+/// dimmed and let go as soon as it is selected. Links count as what they lead to. Selected
+/// documents stay selected while the person looks into other folders. Folders are read on a thread
+/// of their own: a large, slow or dead one holds up nothing.
 ///
 /// The URLs are those of the person's own files, whatever is asked for: an application that keeps
 /// a document makes its copy. Between the pick and that copy a file may change or vanish.
@@ -75,7 +78,8 @@ public:
     /// The selected files in the order in which they were picked.
     QStringList selection() const;
 
-    /// As the buttons of these names. Without a selection, `accept` does nothing.
+    /// As the buttons of these names. Without a selection, `accept` does nothing. While contents
+    /// are being looked at it waits for that, and then for another call if that let any go.
     void accept();
     void cancel();
 
@@ -92,11 +96,14 @@ protected:
 
 private:
     void showNextOf(QStringList paths);
+    void afterChecks(std::function<void()> then);
+    void answer(const QStringList &paths);
 
     QList<UTType> m_contentTypes;
     std::weak_ptr<UIDocumentPickerDelegate> m_delegate;
     QString m_directory;
     QPointer<DocumentPickerView> m_screen;
+    bool m_isAccepting = false;
     bool m_answered = false;
 };
 
