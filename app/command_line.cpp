@@ -216,7 +216,7 @@ private:
         const QStringList pages = m_parser.positionalArguments();
         if (pages.isEmpty() || fault)
             return;
-        const QString page = pages.first();
+        const QString &page = pages.first();
         const QUrl url(page, QUrl::StrictMode);
         if (pages.size() > 1) {
             fault = u"one page at most, but there are %1"_s.arg(pages.size());

@@ -240,7 +240,7 @@ QList<ScriptReply> cutToBody(QList<ScriptReply> &replies, const QByteArray &tag)
         }
         size += own;
         if (size > longestBody) {
-            const QList<ScriptReply> rest = replies.mid(i);
+            QList<ScriptReply> rest = replies.mid(i);
             replies.resize(i);
             return rest;
         }

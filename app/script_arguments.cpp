@@ -31,7 +31,7 @@ QVariant fromJson(const QJsonValue &value, const QString &tag)
         const QJsonArray array = value.toArray();
         QVariantList list;
         list.reserve(array.size());
-        for (const QJsonValue &item : array)
+        for (const auto &item : array)
             list.append(fromJson(item, tag));
         return list;
     }

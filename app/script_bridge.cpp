@@ -170,9 +170,9 @@ void ScriptBridge::run(const std::shared_ptr<ScriptSession> &session, qint64 num
         emit called(command, arguments);
         const CallBackManagerPtr call =
             std::make_shared<ScriptCall>(session, number, command, read->dictionary, m_delegate);
-        // A keeper, as the command may let go of the last other reference to its plug-in.
-        const auto keeper = plugin;
-        method.invoke(keeper.get(), Qt::DirectConnection, Q_ARG(zelkam::CallBackManagerPtr, call));
+        // Held for the call, as the command may let go of the last other reference to its plug-in.
+        method.invoke(std::shared_ptr(plugin).get(), Qt::DirectConnection,
+                      Q_ARG(zelkam::CallBackManagerPtr, call));
         return;
     }
     fail(CommandStatus::COMMAND_NOT_FOUND,

@@ -15,7 +15,8 @@ ScriptCall::ScriptCall(std::shared_ptr<ScriptSession> session, qint64 number, QS
 ScriptCall::~ScriptCall()
 {
     if (!m_replied)
-        error(CommandStatus::NO_REPLY, QStringLiteral("The call ended without a reply."), false);
+        ScriptCall::error(CommandStatus::NO_REPLY,
+                          QStringLiteral("The call ended without a reply."), false);
     ScriptReply end;
     end.call = m_number;
     end.released = true;

@@ -237,7 +237,7 @@
         </message>
         <message>
             <source>Clear</source>
-            <translation>Löschen</translation>
+            <translation>Auswahl aufheben</translation>
         </message>
         <message>
             <source>Open</source>

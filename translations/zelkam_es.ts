@@ -237,7 +237,7 @@
         </message>
         <message>
             <source>Clear</source>
-            <translation>Borrar</translation>
+            <translation>Deseleccionar</translation>
         </message>
         <message>
             <source>Open</source>

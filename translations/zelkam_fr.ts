@@ -237,7 +237,7 @@
         </message>
         <message>
             <source>Clear</source>
-            <translation>Effacer</translation>
+            <translation>Désélectionner</translation>
         </message>
         <message>
             <source>Open</source>

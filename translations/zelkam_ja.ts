@@ -237,7 +237,7 @@
         </message>
         <message>
             <source>Clear</source>
-            <translation>消去</translation>
+            <translation>選択解除</translation>
         </message>
         <message>
             <source>Open</source>

@@ -237,7 +237,7 @@
         </message>
         <message>
             <source>Clear</source>
-            <translation>지우기</translation>
+            <translation>선택 해제</translation>
         </message>
         <message>
             <source>Open</source>

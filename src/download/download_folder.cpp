@@ -6,7 +6,7 @@ namespace zelkam {
 
 QString downloadFolder()
 {
-    const QString folder = NSTemporaryDirectory() + QStringLiteral("Download");
+    QString folder = NSTemporaryDirectory() + QStringLiteral("Download");
     FileManager::defaultManager().addOwnFolder(folder);
     return folder;
 }

@@ -1,11 +1,13 @@
 #include "platform/photos/photo_workers.h"
 
+#include "platform/foundation/dispatch_queue.h"
 #include "platform/photos/photo_crew.h"
 
 #include <QBasicTimer>
 #include <QCoreApplication>
 #include <QPointer>
 #include <QTimerEvent>
+#include <malloc.h>
 #include <sys/resource.h>
 #include <utility>
 
@@ -54,8 +56,12 @@ protected:
         if (event->timerId() != m_looks.timerId())
             return;
         auto look = m_crew->look(timeLimit());
-        if (!look.goesOn)
+        if (!look.goesOn) {
             m_looks.stop();
+            // What decoders took lies in the heaps of their threads; the next pick may be hours
+            // away.
+            DispatchQueue().async([] { ::malloc_trim(0); });
+        }
         for (const auto &tell : look.givenUp)
             tell();
     }
