@@ -237,7 +237,7 @@
         </message>
         <message>
             <source>Clear</source>
-            <translation>Auswahl aufheben</translation>
+            <translation>Abwählen</translation>
         </message>
         <message>
             <source>Open</source>

@@ -237,7 +237,7 @@
         </message>
         <message>
             <source>Clear</source>
-            <translation>Deseleccionar</translation>
+            <translation>Desmarcar</translation>
         </message>
         <message>
             <source>Open</source>

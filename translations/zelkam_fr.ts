@@ -237,7 +237,7 @@
         </message>
         <message>
             <source>Clear</source>
-            <translation>Désélectionner</translation>
+            <translation>Décocher</translation>
         </message>
         <message>
             <source>Open</source>
