@@ -1,5 +1,5 @@
 // What the guard lets through is well-formed, without a document type, and passes it again.
-#include "platform/images/svg_guard.h"
+#include "platform/images/svg/svg_guard.h"
 
 #include <cstdlib>
 

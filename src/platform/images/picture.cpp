@@ -2,7 +2,7 @@
 
 #include "platform/foundation/regular_file.h"
 #include "platform/images/image_decoding.h"
-#include "platform/images/svg_image.h"
+#include "platform/images/svg/svg_image.h"
 
 namespace zelkam {
 

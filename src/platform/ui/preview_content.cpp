@@ -1,7 +1,7 @@
 #include "platform/ui/preview_content.h"
 
 #include "platform/images/image_decoding.h"
-#include "platform/images/svg_image.h"
+#include "platform/images/svg/svg_image.h"
 #include "platform/ui/pdf_pages.h"
 #include "platform/ui/ql_preview_controller.h"
 

@@ -1,4 +1,4 @@
-#include "platform/images/svg_guard.h"
+#include "platform/images/svg/svg_guard.h"
 #include "platform/ui/image_view.h"
 #include "platform/ui/pdf_view.h"
 #include "platform/ui/preview_file.h"

@@ -1,8 +1,8 @@
-#include "platform/images/svg_image.h"
+#include "platform/images/svg/svg_image.h"
 
-#include "platform/images/drawing_budget.h"
 #include "platform/images/image_memory.h"
-#include "platform/images/svg_guard.h"
+#include "platform/images/svg/drawing_budget.h"
+#include "platform/images/svg/svg_guard.h"
 
 #include <QColorSpace>
 #include <QPainter>

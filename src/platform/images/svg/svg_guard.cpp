@@ -1,4 +1,4 @@
-#include "platform/images/svg_guard.h"
+#include "platform/images/svg/svg_guard.h"
 
 #include "platform/images/image_decoding.h"
 

@@ -1,4 +1,4 @@
-#include "platform/images/drawing_budget.h"
+#include "platform/images/svg/drawing_budget.h"
 
 #include <QPaintEngine>
 #include <QPainter>
