@@ -1,7 +1,6 @@
 #include "platform/images/image_costs.h"
 
 #include "platform/images/heif/heif_structure.h"
-#include "platform/images/jpeg_structure.h"
 
 #include <QPixelFormat>
 
@@ -26,10 +25,9 @@ std::optional<DecoderCost> decoderCost(const QByteArray &data, const ImageReadin
 {
     const qint64 stored = area(reading.stored);
     if (reading.format == "jpeg") {
-        const auto structure = readJpegStructure(data);
-        if (!structure)
+        if (!reading.jpeg)
             return std::nullopt;
-        return DecoderCost{structure->coefficientBytes, stored};
+        return DecoderCost{reading.jpeg->coefficientBytes, stored};
     }
     if (reading.format == "heic") {
         const auto structure = HeifStructure::read(data);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/images/image_decoding.h"
+#include "platform/images/jpeg_structure.h"
 
 namespace zelkam {
 
@@ -11,7 +12,8 @@ struct ImageReading
     QSize stored;          ///< the size in the file
     QSize read;            ///< the size that the decoder is asked for
     QImage::Format pixels; ///< of the decoded image; invalid when the decoder does not tell
-    bool isTurned = false; ///< by a quarter once it is decoded
+    std::optional<JpegStructure> jpeg; ///< of a JPEG: to be walked once, it may be long
+    bool isTurned = false;             ///< by a quarter once it is decoded
 };
 
 /// The most bytes that are held at the same time from the first of the decoder's to the last of an

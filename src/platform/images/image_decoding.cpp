@@ -33,19 +33,16 @@ bool isBmp(const QByteArray &head)
            QByteArray("\x0c\x28\x34\x38\x40\x6c\x7c").contains(head.at(14));
 }
 
-bool jpegIsWithin(const QByteArray &data, const ImageLimits &limits)
+bool jpegIsWithin(const std::optional<JpegStructure> &structure, const ImageLimits &limits)
 {
-    const auto structure = readJpegStructure(data);
     if (!structure || structure->scans > limits.scans)
         return false;
     const qint64 pixels = qint64(structure->size.width()) * structure->size.height();
     return structure->coefficientBytes == 0 || structure->scans * pixels <= limits.scanPixels;
 }
 
-bool isSound(const QByteArray &data, const QByteArray &format, const ImageLimits &limits)
+bool isSound(const QByteArray &data, const QByteArray &format)
 {
-    if (format == "jpeg")
-        return jpegIsWithin(data, limits);
     if (format == "bmp")
         return bmpIsWhole(data);
     if (format == "gif")
@@ -108,7 +105,8 @@ std::optional<QImage> decodeImageTo(const QByteArray &data, const ImageTarget &t
                                     const ImageLimits &limits)
 {
     const QByteArray format = rasterFormat(data.left(16));
-    if (!isSound(data, format, limits))
+    const auto jpeg = format == "jpeg" ? readJpegStructure(data) : std::nullopt;
+    if (format == "jpeg" ? !jpegIsWithin(jpeg, limits) : !isSound(data, format))
         return std::nullopt;
     raiseAllocationLimit();
 
@@ -136,7 +134,7 @@ std::optional<QImage> decodeImageTo(const QByteArray &data, const ImageTarget &t
     if (read != size)
         reader.setScaledSize(read);
     const auto bytes =
-        imageBytes(data, {format, size, read, reader.imageFormat(), onItsSide}, limits);
+        imageBytes(data, {format, size, read, reader.imageFormat(), jpeg, onItsSide}, limits);
     if (!bytes)
         return std::nullopt;
     ImageMemoryShare memory;
