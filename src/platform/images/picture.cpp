@@ -9,10 +9,21 @@ namespace zelkam {
 namespace {
 
 constexpr qint64 largestFile = 256LL << 20;
+constexpr qint64 largestVectorFile = 4LL << 20;
+
+bool looksLikeSvg(const QByteArray &data)
+{
+    return data.size() <= largestVectorFile && data.left(4096).contains("<svg");
+}
 
 std::optional<UIImage> fromDecoded(const std::optional<QImage> &image)
 {
     return image ? UIImage::fromQImage(*image) : std::nullopt;
+}
+
+std::optional<UIImage> drawVector(const QByteArray &data, const ImageTarget &target)
+{
+    return looksLikeSvg(data) ? fromDecoded(drawSvg(data, target)) : std::nullopt;
 }
 
 } // namespace
@@ -41,14 +52,14 @@ std::optional<QString> pictureTypeIdentifier(const QByteArray &data)
 std::optional<UIImage> decodePicture(const QByteArray &data)
 {
     if (rasterFormat(data.left(16)).isEmpty())
-        return fromDecoded(drawSvg(data, [](QSize own) { return own; }));
+        return drawVector(data, [](QSize own) { return own; });
     return fromDecoded(decodeImage(data));
 }
 
 std::optional<UIImage> decodePicture(const QByteArray &data, QSize stretchedTo)
 {
     if (rasterFormat(data.left(16)).isEmpty())
-        return fromDecoded(drawSvg(data, [stretchedTo](QSize) { return stretchedTo; }));
+        return drawVector(data, [stretchedTo](QSize) { return stretchedTo; });
     return fromDecoded(decodeImageTo(data, [stretchedTo](QSize) { return stretchedTo; }));
 }
 
@@ -56,7 +67,7 @@ std::optional<UIImage> decodePictureForThumbnail(const QByteArray &data,
                                                  const std::function<QSize(QSize)> &target)
 {
     if (rasterFormat(data.left(16)).isEmpty())
-        return fromDecoded(drawSvg(data, target));
+        return drawVector(data, target);
     constexpr bool hurried = true;
     return fromDecoded(decodeImageTo(data, target, hurried));
 }

@@ -85,6 +85,9 @@ private slots:
             "ImageView");
         row("a document with a text's name", sample::pdf(2), "a.txt", "PdfView");
         row("a vector image", svg("<rect width='9' height='9'/>"), "a.svg", "ImageView");
+        row("the same behind a long comment",
+            "<!--" + QByteArray(5000, 'x') + "-->" + svg("<rect width='9' height='9'/>"), "a.svg",
+            "ImageView");
         row("a vector image that grows without bounds is shown as its text",
             svg("<g id='a'><use xlink:href='#a'/></g>"), "b.svg", "TextView");
         row("a page of the web is text", "<html><script>alert(1)</script>", "a.html", "TextView");

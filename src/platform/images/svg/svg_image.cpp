@@ -10,20 +10,9 @@
 
 namespace zelkam {
 
-namespace {
-
-constexpr qint64 largestFile = 4LL << 20;
-
-} // namespace
-
-bool looksLikeSvg(const QByteArray &data)
-{
-    return data.size() <= largestFile && data.left(4096).contains("<svg");
-}
-
 std::optional<QImage> drawSvg(const QByteArray &data, const ImageTarget &target)
 {
-    const auto svg = looksLikeSvg(data) ? harmlessSvg(data) : std::nullopt;
+    const auto svg = harmlessSvg(data);
     QSvgRenderer renderer;
     if (!svg || !renderer.load(*svg))
         return std::nullopt;
