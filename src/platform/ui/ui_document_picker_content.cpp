@@ -1,6 +1,7 @@
 #include "platform/ui/ui_document_picker_content.h"
 
 #include "platform/foundation/dispatch_queue.h"
+#include "platform/images/image_decoding.h"
 #include "platform/ui/background_work.h"
 #include "platform/ui/ui_document_picker_reader.h"
 
@@ -41,18 +42,14 @@ bool isMediaBrand(const QByteArray &brand)
 QList<UTType> certainTypes(const QByteArray &head)
 {
     const QByteArray form = head.mid(8, 4);
-    if (head.startsWith("\xff\xd8\xff"))
-        return {UTType::jpeg};
-    if (head.startsWith("\x89PNG\r\n\x1a\n"))
-        return {UTType::png};
-    if (head.startsWith("GIF87a") || head.startsWith("GIF89a"))
-        return {UTType::gif};
+    // Not every kind of picture: raw ones of cameras begin as a TIFF does.
+    static const QByteArrayList certainPictures{"jpeg", "png", "gif", "webp"};
+    if (const QByteArray format = rasterFormat(head); certainPictures.contains(format))
+        return typesOf({UTType::fromMIMEType(QLatin1String("image/") + QLatin1String(format))});
     if (head.startsWith("%PDF-"))
         return {UTType::pdf};
     if (head.startsWith("RIFF") && form == "AVI ")
         return {UTType::avi};
-    if (head.startsWith("RIFF") && form == "WEBP")
-        return typesOf({UTType::fromMIMEType(QStringLiteral("image/webp"))});
     if (head.startsWith("\x7f"
                         "ELF"))
         return typesOf({UTType::fromMIMEType(QStringLiteral("application/x-executable"))});
