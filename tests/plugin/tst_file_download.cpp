@@ -379,6 +379,18 @@ private slots:
         QCOMPARE(QDir(picturesDirectory()).entryList(QDir::Files).size(), 1);
     }
 
+    void toastNamesTheFileAsOneLine()
+    {
+        auto options = get(u"/a.txt"_s);
+        options.insert(
+            {{u"notify"_s, true},
+             {u"open"_s, false},
+             {u"fileName"_s, u"\u202Eb\n\u2028\u200Dc\u00AD\U0001F468\u200D\U0001F469.x"_s}});
+        replies(options);
+        QCOMPARE(toastTexts(),
+                 QStringList{u"bc\U0001F468\u200D\U0001F469.x has been downloaded."_s});
+    }
+
     void showsTheToastAndThenThePreview()
     {
         auto options = get(u"/a.txt"_s);
