@@ -6,6 +6,7 @@
 
 #include <QVariant>
 
+#include <algorithm>
 #include <cstdio>
 
 namespace zelkam {
@@ -71,6 +72,18 @@ static void enqueue(QWidget *host, QWidget *toast, ToastDuration duration, QPoin
     state.queue()->append(toast);
 }
 
+// With the queue off all toasts are shown at once, up to a number beyond which nobody can tell them
+// apart: each one costs a picture in every frame of every fade. Not counted is one that nothing but
+// a tap sends away: it would keep the others waiting for ever.
+static bool mustWait(QWidget *host)
+{
+    const auto active = ToastHost::of(host).activeToasts();
+    if (ToastManager::shared().isQueueEnabled)
+        return !active->isEmpty();
+    constexpr int mostAtOnce = 16;
+    return std::count_if(active->begin(), active->end(), goesByItself) >= mostAtOnce;
+}
+
 void showToast(QWidget *host, std::unique_ptr<QWidget> toast, ToastDuration duration, QPointF point,
                ToastCallback completion)
 {
@@ -82,7 +95,7 @@ void showToast(QWidget *host, std::unique_ptr<QWidget> toast, ToastDuration dura
     toast->setProperty(ToastKeys::completion, QVariant::fromValue(wrapper));
     // From here on the host owns it, as a child or in its queue.
     QWidget *view = toast.release();
-    if (manager.isQueueEnabled && !ToastHost::of(host).activeToasts()->isEmpty())
+    if (mustWait(host))
         enqueue(host, view, duration, point);
     else
         presentToast(host, view, duration, point);
@@ -122,11 +135,7 @@ void clearToastQueue(QWidget *host)
     if (!host)
         return;
     const auto queue = ToastHost::of(host).queue();
-    const ToastArray dropped = std::exchange(*queue, {});
-    for (const QPointer<QWidget> &toast : dropped) {
-        if (toast)
-            toast->deleteLater();
-    }
+    ToastHost::of(host).drop(std::exchange(*queue, {}));
 }
 
 } // namespace zelkam

@@ -29,7 +29,7 @@ ToastBubble *createToastActivityView()
     const ToastStyle &style = ToastManager::shared().style;
     auto *view = new ToastBubble(style.activityBackgroundColor, style.cornerRadius);
     const QRectF frame(QPointF(0.0, 0.0), style.activitySize);
-    view->setFrame(frame, {});
+    view->setFrame(frame);
     if (style.displayShadow) {
         view->setShadow({style.shadowColor, double(style.shadowOpacity), style.shadowRadius,
                          QPointF(style.shadowOffset.width(), style.shadowOffset.height())});
@@ -38,7 +38,7 @@ ToastBubble *createToastActivityView()
     spinner->setCenter(view->frame().center());
     view->setAnnouncement({}, QCoreApplication::translate("ToastActivityView", "In progress"),
                           true);
-    new ToastTapRecognizer(view);
+    new ToastTapRecognizer(view, false);
     return view;
 }
 

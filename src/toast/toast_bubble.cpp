@@ -2,6 +2,7 @@
 
 #include "toast/toast_accessible.h"
 #include "toast/toast_effect.h"
+#include "toast/toast_label.h"
 
 #include <QPainter>
 
@@ -13,12 +14,28 @@ ToastBubble::ToastBubble(const QColor &background, double cornerRadius)
     makeBubblesAccessible();
 }
 
-QPoint ToastBubble::setFrame(const QRectF &frame, const QRectF &contents)
+QPoint ToastBubble::setFrame(const QRectF &frame)
 {
-    const QRect all = (frame.normalized() | contents).toAlignedRect();
+    const QRect all = frame.normalized().toAlignedRect();
     m_frame = frame.normalized().translated(-all.topLeft());
     resize(all.size());
     return all.topLeft();
+}
+
+void ToastBubble::setOverhang()
+{
+    QRect contents;
+    const auto children = findChildren<ToastContent *>();
+    for (const ToastContent *child : children)
+        contents |= child->geometry();
+    if (rect().contains(contents))
+        return;
+    ToastEffect::of(this)->setOverhang(rect(), contents, [children](QPainter *painter) {
+        for (const ToastContent *child : children) {
+            if (child->hangsOver())
+                child->draw(*painter, child->geometry());
+        }
+    });
 }
 
 double ToastBubble::cornerRadius() const

@@ -8,10 +8,10 @@
 
 namespace zelkam {
 
-/// A rounded bubble. What lies in it are its child widgets.
+/// A rounded bubble. What lies in it are its child widgets; what of them hangs over its edge is
+/// drawn too, and is no part of the widget: a press there reaches what lies below.
 ///
-/// The widget may be larger than the bubble, where a child hangs over its edge: frame() is the
-/// bubble in the widget's coordinates, exact where the widget has whole points only.
+/// frame() is the bubble in the widget's coordinates, exact where the widget has whole points only.
 class ToastBubble : public QWidget
 {
     Q_OBJECT
@@ -21,9 +21,12 @@ public:
 
     QRectF frame() const { return m_frame; }
 
-    /// Sets the bubble's frame and grows the widget to hold it and `contents`, both in one
-    /// coordinate system of the caller's. Returns where the widget's corner lies in it.
-    QPoint setFrame(const QRectF &frame, const QRectF &contents);
+    /// Sets the bubble's frame, in a coordinate system of the caller's, and the widget's size by
+    /// it. Returns where the widget's corner lies in that system.
+    QPoint setFrame(const QRectF &frame);
+
+    /// Draws beyond the edges what hangs over them. Call when the children are in place.
+    void setOverhang();
 
     /// The corner radius that is drawn, at most half of the shorter side.
     double cornerRadius() const;

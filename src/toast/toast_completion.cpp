@@ -8,8 +8,7 @@ namespace zelkam {
 
 void Completion::handleToastTapped(ToastTapRecognizer *recognizer)
 {
-    if (toastView)
-        dismissToast(toastView, recognizer->view(), true);
+    dismissToast(toastView, recognizer->view(), true);
 }
 
 void Completion::toastTimerDidFinish(ToastTimer *timer)

@@ -37,7 +37,8 @@ public:
 ///
 /// Both find their host in `toastView`, the host that showed or queued a toast last, whichever
 /// host the toast lies on. So of two hosts with toasts only the later one's time out, and a tap on
-/// the earlier one's hides it through the later host. Hosts that take turns call hideToast().
+/// the earlier one's hides it through the later host. Hosts that take turns call hideToast(). Once
+/// the later host has been deleted, a tap hides a toast through the host that it lies on.
 ///
 /// Main thread only.
 class Completion
@@ -49,7 +50,7 @@ public:
     /// Empty before the first toast, and again once that host is deleted.
     QPointer<QWidget> toastView;
 
-    /// Hides the recognizer's toast, if there is a host.
+    /// Hides the recognizer's toast.
     void handleToastTapped(ToastTapRecognizer *recognizer);
 
     /// Hides the timer's toast, if it is one of the active toasts of the host.

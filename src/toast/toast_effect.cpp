@@ -27,10 +27,22 @@ void ToastEffect::setShadow(const ToastShadow &shadow, const QRectF &view, const
     m_shape = shape;
     m_cornerRadius = cornerRadius;
     m_picture = {};
-    const QRectF reach = shadow.boundingRect(shape).toAlignedRect();
-    m_margins = QMarginsF(
-        std::max(0.0, view.left() - reach.left()), std::max(0.0, view.top() - reach.top()),
-        std::max(0.0, reach.right() - view.right()), std::max(0.0, reach.bottom() - view.bottom()));
+    extend(view, shadow.boundingRect(shape).toAlignedRect());
+}
+
+void ToastEffect::setOverhang(const QRectF &view, const QRectF &reach,
+                              std::function<void(QPainter *)> draw)
+{
+    m_drawOverhang = std::move(draw);
+    extend(view, reach);
+}
+
+void ToastEffect::extend(const QRectF &view, const QRectF &reach)
+{
+    m_margins = QMarginsF(std::max(m_margins.left(), view.left() - reach.left()),
+                          std::max(m_margins.top(), view.top() - reach.top()),
+                          std::max(m_margins.right(), reach.right() - view.right()),
+                          std::max(m_margins.bottom(), reach.bottom() - view.bottom()));
     updateBoundingRect();
 }
 
@@ -55,6 +67,11 @@ void ToastEffect::draw(QPainter *painter)
     // view and its shadow fade as one picture.
     QPoint corner;
     QPixmap whole = sourcePixmap(Qt::LogicalCoordinates, &corner, PadToEffectiveBoundingRect);
+    if (m_drawOverhang) {
+        QPainter over(&whole);
+        over.translate(-corner);
+        m_drawOverhang(&over);
+    }
     if (m_shadow) {
         QPainter under(&whole);
         under.setCompositionMode(QPainter::CompositionMode_DestinationOver);

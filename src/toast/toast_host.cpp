@@ -40,14 +40,14 @@ static std::shared_ptr<ToastArray> arrayUnder(QWidget *host, const char *key)
 
 ToastHost::~ToastHost()
 {
+    ToastArray parked = m_dropped;
     for (const char *key : {ToastKeys::queue, ToastKeys::activeToasts}) {
-        const auto array = attachedArray(m_host, key);
-        const ToastArray toasts = array ? *array : ToastArray();
-        for (const QPointer<QWidget> &entry : toasts) {
-            QWidget *toast = entry.data();
-            if (toast && !toast->parentWidget())
-                delete toast;
-        }
+        if (const auto array = attachedArray(m_host, key))
+            parked += *array;
+    }
+    for (const QPointer<QWidget> &toast : std::as_const(parked)) {
+        if (toast && !toast->parentWidget())
+            delete toast;
     }
 }
 
@@ -78,6 +78,21 @@ void ToastHost::park(QWidget *view)
     // Not a child of some widget for all that wait: the widgets of a window form a ring, and Qt
     // walks round it each time one of them gets another parent.
     view->setParent(nullptr);
+}
+
+void ToastHost::drop(const ToastArray &toasts)
+{
+    m_dropped += toasts;
+    m_dropTimer.start(1, this);
+}
+
+void ToastHost::timerEvent(QTimerEvent *)
+{
+    constexpr qsizetype aTurn = 32;
+    for (qsizetype left = std::min(aTurn, m_dropped.size()); left > 0; --left)
+        delete m_dropped.takeLast();
+    if (m_dropped.isEmpty())
+        m_dropTimer.stop();
 }
 
 bool ToastHost::eventFilter(QObject *watched, QEvent *event)

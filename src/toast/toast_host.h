@@ -2,6 +2,7 @@
 
 #include "toast/toast_placement.h"
 
+#include <QBasicTimer>
 #include <QList>
 #include <QObject>
 #include <QPointer>
@@ -37,8 +38,13 @@ public:
     /// Takes a view off the screen, or one that was never there into custody.
     void park(QWidget *view);
 
+    /// Deletes toasts that were parked, a few in each turn of the event loop: there may be
+    /// thousands, and a touch must not wait for them.
+    void drop(const ToastArray &toasts);
+
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
+    void timerEvent(QTimerEvent *event) override;
 
 private:
     explicit ToastHost(QWidget *host);
@@ -51,6 +57,8 @@ private:
 
     QWidget *m_host;
     QList<Placed> m_placed;
+    ToastArray m_dropped;
+    QBasicTimer m_dropTimer;
 };
 
 } // namespace zelkam

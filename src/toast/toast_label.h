@@ -6,16 +6,32 @@
 
 namespace zelkam {
 
-/// Shows a ToastText on a clear background. Presses go through it to the bubble.
-class ToastLabel : public QWidget
+/// Something that a bubble shows, on a clear background. Presses go through it to the bubble.
+class ToastContent : public QWidget
 {
     Q_OBJECT
 
 public:
-    ToastLabel(const ToastText &text, const QColor &color, QWidget *parent = nullptr);
+    explicit ToastContent(QWidget *parent);
+
+    /// Whether some of it lies beyond its parent. Then it is left to the parent to draw.
+    bool hangsOver() const;
+
+    virtual void draw(QPainter &painter, const QRect &rect) const = 0;
 
 protected:
     void paintEvent(QPaintEvent *event) override;
+};
+
+/// Shows a ToastText.
+class ToastLabel : public ToastContent
+{
+    Q_OBJECT
+
+public:
+    ToastLabel(const ToastText &text, const QColor &color, QWidget *parent);
+
+    void draw(QPainter &painter, const QRect &rect) const override;
 
 private:
     ToastText m_text;
@@ -23,20 +39,19 @@ private:
 };
 
 /// Shows an image in the middle, scaled to its rectangle with its aspect ratio kept.
-class ToastImageView : public QWidget
+class ToastImageView : public ToastContent
 {
     Q_OBJECT
 
 public:
-    explicit ToastImageView(const QImage &image, QWidget *parent = nullptr);
+    ToastImageView(const QImage &image, QWidget *parent);
 
-protected:
-    void paintEvent(QPaintEvent *event) override;
+    void draw(QPainter &painter, const QRect &rect) const override;
 
 private:
     QImage m_image;
     // The image in the pixels of the screen: smooth scaling is too slow for every repaint.
-    QImage m_scaled;
+    mutable QImage m_scaled;
 };
 
 } // namespace zelkam

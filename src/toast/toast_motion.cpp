@@ -1,7 +1,10 @@
 #include "toast/toast_motion.h"
 
+#include <QApplication>
 #include <QStyle>
 #include <QWidget>
+
+#include <cmath>
 
 namespace zelkam {
 
@@ -11,16 +14,22 @@ static std::optional<bool> &motionOverride()
     return reduced;
 }
 
-bool isMotionReduced(const QWidget *host)
+bool isMotionReduced(const QWidget *widget)
 {
     if (motionOverride())
         return *motionOverride();
-    return host->style()->styleHint(QStyle::SH_Widget_Animation_Duration, nullptr, host) <= 0;
+    const QStyle *style = widget ? widget->style() : QApplication::style();
+    return style->styleHint(QStyle::SH_Widget_Animation_Duration, nullptr, widget) <= 0;
 }
 
 void setMotionReduced(std::optional<bool> reduced)
 {
     motionOverride() = reduced;
+}
+
+double pulseOpacity(double turns)
+{
+    return 0.65 + 0.35 * std::cos(turns * M_PI);
 }
 
 } // namespace zelkam

@@ -7,6 +7,7 @@
 #include <QVariant>
 #include <QWidget>
 
+#include <algorithm>
 #include <cmath>
 
 namespace zelkam {
@@ -18,10 +19,28 @@ QRectF toastFrame(const QWidget *toast)
     return QRectF(toast->geometry());
 }
 
+// What is covered of the host: the insets belong to the nearest widget above that has them, and a
+// host whose edges lie further in is covered by so much less.
+static QMargins safeAreaInsets(const QWidget *host)
+{
+    static constexpr char key[] = "safeAreaInsets";
+    const QWidget *holder = host;
+    while (!holder->property(key).isValid()) {
+        if (holder->isWindow())
+            return {};
+        holder = holder->parentWidget();
+    }
+    const auto insets = holder->property(key).value<QMargins>();
+    const int above = host->mapTo(holder, QPoint()).y();
+    const int below = holder->height() - above - host->height();
+    return {0, std::clamp(insets.top() - above, 0, insets.top()), 0,
+            std::clamp(insets.bottom() - below, 0, insets.bottom())};
+}
+
 QPointF centerPoint(ToastPosition position, const QWidget *forToast, const QWidget *inSuperview)
 {
     const double padding = ToastManager::shared().style.verticalPadding;
-    const auto insets = inSuperview->property("safeAreaInsets").value<QMargins>();
+    const QMargins insets = safeAreaInsets(inSuperview);
     const double halfToast = toastFrame(forToast).height() * 0.5;
     const double height = inSuperview->height();
     const double x = inSuperview->width() * 0.5;

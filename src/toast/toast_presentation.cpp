@@ -15,7 +15,8 @@ namespace zelkam {
 
 namespace {
 
-// On a toast: the host that it was presented on, and whether it is fading out.
+// On a toast: the host that it was presented on, and while it fades out a ToastArray of the hosts
+// that hide it.
 constexpr char presenterKey[] = "zelkam.toast.presenter";
 constexpr char hidingKey[] = "zelkam.toast.hiding";
 
@@ -35,9 +36,14 @@ void call(const std::shared_ptr<ToastCompletionWrapper> &wrapper, bool didTap)
         wrapper->completion(didTap);
 }
 
-void stopTimer(QWidget *toast)
+ToastTimer *timerOf(const QWidget *toast)
 {
-    if (auto *timer = toast->property(ToastKeys::timer).value<ToastTimer *>())
+    return toast->property(ToastKeys::timer).value<ToastTimer *>();
+}
+
+void stopTimer(const QWidget *toast)
+{
+    if (auto *timer = timerOf(toast))
         timer->stop();
 }
 
@@ -95,15 +101,18 @@ void watchForDeletion(QWidget *host, QWidget *toast)
                      });
 }
 
-void finishDismissal(const QPointer<QWidget> &host, QWidget *toast, bool fromTap)
+void finishDismissal(QWidget *toast, bool fromTap)
 {
     stopTimer(toast);
-    toast->setProperty(hidingKey, false);
+    const auto hosts = toast->property(hidingKey).value<ToastArray>();
+    toast->setProperty(hidingKey, QVariant());
     const QPointer presenter = presenterOf(toast);
     if (presenter)
         ToastHost::of(presenter).park(toast);
-    if (host)
-        ToastHost::of(host).activeToasts()->removeOne(toast);
+    for (const QPointer<QWidget> &host : hosts) {
+        if (host)
+            ToastHost::of(host).activeToasts()->removeOne(toast);
+    }
 
     const QPointer guard(toast);
     call(wrapperOf(toast), fromTap);
@@ -113,11 +122,19 @@ void finishDismissal(const QPointer<QWidget> &host, QWidget *toast, bool fromTap
         guard && presenter && ToastHost::of(presenter).activeToasts()->contains(toast);
     if (guard && !isListed)
         guard->deleteLater();
-    if (host)
-        presentNext(host);
+    for (const QPointer<QWidget> &host : hosts) {
+        if (host)
+            presentNext(host);
+    }
 }
 
 } // namespace
+
+bool goesByItself(const QWidget *toast)
+{
+    return toast && (!timerOf(toast) || timerOf(toast)->isActive() ||
+                     toast->property(hidingKey).isValid());
+}
 
 void presentToast(QWidget *host, QWidget *toast, ToastDuration duration, QPointF point)
 {
@@ -125,8 +142,9 @@ void presentToast(QWidget *host, QWidget *toast, ToastDuration duration, QPointF
     ToastHost &state = ToastHost::of(host);
     ToastEffect::of(toast)->setAlpha(0.0);
 
-    auto *recognizer = new ToastTapRecognizer(toast);
+    auto *recognizer = new ToastTapRecognizer(toast, manager.isTapToDismissEnabled);
     if (manager.isTapToDismissEnabled) {
+        toast->setAttribute(Qt::WA_TransparentForMouseEvents, false);
         QObject::connect(recognizer, &ToastTapRecognizer::tapped, recognizer, [recognizer] {
             ToastManager::shared().completion.handleToastTapped(recognizer);
         });
@@ -143,11 +161,16 @@ void presentToast(QWidget *host, QWidget *toast, ToastDuration duration, QPointF
 void dismissToast(QWidget *host, QWidget *toast, bool fromTap)
 {
     stopTimer(toast);
-    if (toast->property(hidingKey).toBool())
-        return;
-    toast->setProperty(hidingKey, true);
-    fadeToast(toast, 0.0, FadeCurve::easeIn,
-              [host = QPointer(host), toast, fromTap] { finishDismissal(host, toast, fromTap); });
+    auto hosts = toast->property(hidingKey).value<ToastArray>();
+    const bool isHiding = !hosts.isEmpty();
+    const QPointer through = host ? host : presenterOf(toast);
+    if (!hosts.contains(through))
+        hosts.append(through);
+    toast->setProperty(hidingKey, QVariant::fromValue(hosts));
+    if (!isHiding) {
+        fadeToast(toast, 0.0, FadeCurve::easeIn,
+                  [toast, fromTap] { finishDismissal(toast, fromTap); });
+    }
 }
 
 } // namespace zelkam

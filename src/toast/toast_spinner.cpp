@@ -15,11 +15,12 @@ static constexpr double diameter = 37.0;
 ToastSpinner::ToastSpinner(const QColor &color, QWidget *parent) : QWidget(parent), m_color(color)
 {
     setAttribute(Qt::WA_TransparentForMouseEvents);
-    m_turn.setStartValue(0.0);
-    m_turn.setEndValue(double(spokes));
-    m_turn.setDuration(1000);
-    m_turn.setLoopCount(-1);
-    connect(&m_turn, &QVariantAnimation::valueChanged, this, qOverload<>(&QWidget::update));
+    // Two turns, which are one pulse.
+    m_turns.setStartValue(0.0);
+    m_turns.setEndValue(2.0);
+    m_turns.setDuration(2000);
+    m_turns.setLoopCount(-1);
+    connect(&m_turns, &QVariantAnimation::valueChanged, this, qOverload<>(&QWidget::update));
 }
 
 void ToastSpinner::setCenter(QPointF center)
@@ -33,7 +34,9 @@ void ToastSpinner::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.translate(width() * 0.5, height() * 0.5);
-    const double head = isAnimating() ? m_turn.currentValue().toDouble() : spokes - 1.0;
+    const double turns = m_turns.currentValue().toDouble();
+    const double head = m_pulses ? spokes - 1.0 : turns * spokes;
+    painter.setOpacity(m_pulses ? pulseOpacity(turns) : 1.0);
     for (int spoke = 0; spoke < spokes; ++spoke) {
         // The head is between two spokes most of the time: each fades by how long ago it passed.
         double age = std::fmod(head - spoke + spokes, double(spokes)) / spokes;
@@ -50,13 +53,13 @@ void ToastSpinner::paintEvent(QPaintEvent *)
 
 void ToastSpinner::showEvent(QShowEvent *)
 {
-    if (!isMotionReduced(this))
-        m_turn.start();
+    m_pulses = isMotionReduced(this);
+    m_turns.start();
 }
 
 void ToastSpinner::hideEvent(QHideEvent *)
 {
-    m_turn.stop();
+    m_turns.stop();
 }
 
 } // namespace zelkam

@@ -6,8 +6,8 @@
 
 namespace zelkam {
 
-/// A ring of twelve spokes that turns once a second. It stands still while it is hidden, and
-/// where motion is reduced.
+/// A ring of twelve spokes that turns once a second; where motion is reduced it pulses in place. It
+/// rests while it is hidden.
 class ToastSpinner : public QWidget
 {
     Q_OBJECT
@@ -15,7 +15,7 @@ class ToastSpinner : public QWidget
 public:
     ToastSpinner(const QColor &color, QWidget *parent);
 
-    bool isAnimating() const { return m_turn.state() == QAbstractAnimation::Running; }
+    bool isAnimating() const { return m_turns.state() == QAbstractAnimation::Running; }
 
     /// Lays the ring round `center`, in the parent's coordinates.
     void setCenter(QPointF center);
@@ -27,7 +27,8 @@ protected:
 
 private:
     QColor m_color;
-    QVariantAnimation m_turn;
+    QVariantAnimation m_turns;
+    bool m_pulses = false;
 };
 
 } // namespace zelkam

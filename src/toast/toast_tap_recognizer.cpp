@@ -6,7 +6,8 @@
 
 namespace zelkam {
 
-ToastTapRecognizer::ToastTapRecognizer(QWidget *view) : QObject(view), m_view(view)
+ToastTapRecognizer::ToastTapRecognizer(QWidget *view, bool isExclusive)
+    : QObject(view), m_view(view), m_isExclusive(isExclusive)
 {
     view->setAttribute(Qt::WA_AcceptTouchEvents);
     view->setAttribute(Qt::WA_NoMousePropagation);
@@ -72,7 +73,8 @@ bool ToastTapRecognizer::handleTouch(QEvent *event)
     }
     if (touch->type() == QEvent::TouchBegin) {
         begin();
-        qApp->installEventFilter(this);
+        if (m_isExclusive)
+            qApp->installEventFilter(this);
     }
     if (touch->pointCount() > 1)
         m_canBeTap = false;

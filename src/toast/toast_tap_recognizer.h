@@ -9,14 +9,14 @@ namespace zelkam {
 /// Stands between a toast and presses on it, by mouse or by touch.
 ///
 /// No press on the view reaches what lies below. One finger or the left button that goes down and
-/// up within the view, and does not leave it in between, is a tap. While a finger is on the view,
-/// the rest of its window gets no touches.
+/// up within the view, and does not leave it in between, is a tap. While a finger is on a view that
+/// takes touches exclusively, the rest of its window gets none.
 class ToastTapRecognizer : public QObject
 {
     Q_OBJECT
 
 public:
-    explicit ToastTapRecognizer(QWidget *view);
+    ToastTapRecognizer(QWidget *view, bool isExclusive);
     ~ToastTapRecognizer() override;
 
     QWidget *view() const { return m_view; }
@@ -37,6 +37,7 @@ private:
 
     // The parent, which outlives its recognizer.
     QWidget *m_view;
+    bool m_isExclusive;
     bool m_isDown = false;
     bool m_canBeTap = false;
 };

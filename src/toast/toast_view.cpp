@@ -62,14 +62,8 @@ ToastViewResult toastViewForMessage(QWidget *host, const std::optional<QString> 
     titleRect.setWidth(longerWidth);
     messageRect.setWidth(longerWidth);
 
-    QRectF contents = imageRect;
-    if (title)
-        contents |= titleRect;
-    if (message)
-        contents |= messageRect;
-
     auto bubble = std::make_unique<ToastBubble>(style.backgroundColor, style.cornerRadius);
-    const QPoint origin = bubble->setFrame(QRectF(QPointF(0.0, 0.0), wrapper), contents);
+    const QPoint origin = bubble->setFrame(QRectF(QPointF(0.0, 0.0), wrapper));
     if (style.displayShadow) {
         bubble->setShadow({Qt::black, double(style.shadowOpacity), style.shadowRadius,
                            QPointF(style.shadowOffset.width(), style.shadowOffset.height())});
@@ -85,6 +79,7 @@ ToastViewResult toastViewForMessage(QWidget *host, const std::optional<QString> 
         place(new ToastLabel(*messageText, style.messageColor, bubble.get()), messageRect);
     if (!imageRect.isNull())
         place(new ToastImageView(*image, bubble.get()), imageRect);
+    bubble->setOverhang();
     return {std::move(bubble), std::nullopt};
 }
 

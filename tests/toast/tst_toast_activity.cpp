@@ -2,6 +2,8 @@
 #include "toast/toast_spinner.h"
 #include "toast_test_support.h"
 
+#include <QTransform>
+
 using namespace zelkam;
 using namespace zelkam::test;
 
@@ -66,9 +68,29 @@ private slots:
         QTRY_VERIFY(host.grab().toImage() != before);
         host.hide();
         QVERIFY(!spinner->isAnimating());
+    }
+
+    void spinnerPulsesWhereMotionIsReduced()
+    {
         setMotionReduced(true);
+        Host host;
+        makeToastActivity(&host);
         host.show();
-        QVERIFY(!spinner->isAnimating());
+        // Each spoke's middle. The brightest stays where it is and gets fainter.
+        const auto spokes = [&host] {
+            const QImage image = host.grab().toImage();
+            QList<int> lights;
+            for (int spoke = 0; spoke < 12; ++spoke) {
+                const QPointF at = QTransform().rotate(spoke * 30.0).map(QPointF(0.0, -13.0));
+                lights.append(qGray(image.pixel((QPointF(200, 200) + at).toPoint())));
+            }
+            return lights;
+        };
+        const QList<int> first = spokes();
+        const auto brightest = std::max_element(first.begin(), first.end());
+        QList<int> now;
+        QTRY_VERIFY((now = spokes()).at(brightest - first.begin()) < *brightest - 50);
+        QCOMPARE(std::max_element(now.begin(), now.end()) - now.begin(), brightest - first.begin());
     }
 };
 

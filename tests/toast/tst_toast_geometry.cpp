@@ -2,6 +2,7 @@
 #include "toast/toast_label.h"
 #include "toast_test_support.h"
 
+#include <QDialog>
 #include <QPainter>
 
 #include <cmath>
@@ -19,9 +20,12 @@ class ToastGeometryTest : public QObject
 private slots:
     void init() { resetToasts(); }
 
-    void fractionIsClamped()
+    void styleHasItsFontsAndClampsFractions()
     {
         ToastStyle style;
+        QCOMPARE(style.messageFont.pixelSize(), 16);
+        QCOMPARE(style.titleFont.pixelSize(), 16);
+        QVERIFY(style.titleFont.bold() && !style.messageFont.bold());
         const QPair<double, double> cases[] = {{2.0, 1.0}, {-1.0, 0.0}, {0.5, 0.5}};
         for (const auto &[assigned, stored] : cases) {
             style.maxWidthPercentage = assigned;
@@ -40,22 +44,43 @@ private slots:
         QTest::addColumn<QPointF>("centre");
         const QMargins none;
         const QMargins phone(44, 47, 20, 34);
-        QTest::newRow("bottom") << ToastPosition::bottom << none << QPointF(200, 765);
-        QTest::newRow("top") << ToastPosition::top << none << QPointF(200, 35);
-        QTest::newRow("center") << ToastPosition::center << none << QPointF(200, 400);
-        QTest::newRow("above the inset") << ToastPosition::bottom << phone << QPointF(200, 731);
-        QTest::newRow("below the inset") << ToastPosition::top << phone << QPointF(200, 82);
+        QTest::addColumn<QRect>("inside");
+        const QRect whole(0, 0, 400, 800);
+        QTest::newRow("bottom") << ToastPosition::bottom << none << QPointF(200, 765) << whole;
+        QTest::newRow("top") << ToastPosition::top << none << QPointF(200, 35) << whole;
+        QTest::newRow("center") << ToastPosition::center << none << QPointF(200, 400) << whole;
+        QTest::newRow("above the inset")
+            << ToastPosition::bottom << phone << QPointF(200, 731) << whole;
+        QTest::newRow("below the inset")
+            << ToastPosition::top << phone << QPointF(200, 82) << whole;
+        QTest::newRow("a child below half of the inset")
+            << ToastPosition::top << phone << QPointF(180, 58) << QRect(9, 24, 360, 600);
+        QTest::newRow("a child above half of the inset")
+            << ToastPosition::bottom << phone << QPointF(180, 548) << QRect(9, 183, 360, 600);
+        QTest::newRow("a child clear of the insets")
+            << ToastPosition::bottom << phone << QPointF(180, 365) << QRect(9, 60, 360, 400);
+        QTest::newRow("a child that slides in from below")
+            << ToastPosition::bottom << phone << QPointF(200, 731) << whole.translated(0, 700);
     }
 
     void centre()
     {
         QFETCH(ToastPosition, position);
         QFETCH(QMargins, insets);
-        Host host({400, 800});
-        host.setProperty("safeAreaInsets", QVariant::fromValue(insets));
+        QFETCH(QRect, inside);
+        Host device({400, 800});
+        device.setProperty("safeAreaInsets", QVariant::fromValue(insets));
+        QWidget between(&device);
+        between.setGeometry(inside.translated(0, -5));
+        QWidget host(&between);
+        host.setGeometry(0, 5, inside.width(), inside.height());
         QWidget toast;
         toast.resize(120, 50);
-        QTEST(centerPoint(position, &toast, &host), "centre");
+        QTEST(centerPoint(position, &toast, inside == device.rect() ? &device : &host), "centre");
+        host.setProperty("safeAreaInsets", QVariant::fromValue(QMargins()));
+        QCOMPARE(centerPoint(ToastPosition::top, &toast, &host).y(), 35.0);
+        const QDialog dialog(&device);
+        QCOMPARE(centerPoint(ToastPosition::top, &toast, &dialog).y(), 35.0);
     }
 
     void paddingComesFromTheSharedStyle()
@@ -124,16 +149,16 @@ private slots:
         QFETCH(Text, title);
         QFETCH(Text, message);
         QFETCH(bool, withImage);
+        QFETCH(QSizeF, bubble);
         Host host({375, 667});
         const auto image =
             withImage ? std::optional(QImage(40, 20, QImage::Format_RGB32)) : std::nullopt;
         const auto toast =
             toastViewForMessage(&host, message, title, image, ToastManager::shared().style);
         QList<QRect> children;
-        for (const QWidget *child : toast.view->findChildren<QWidget *>()) {
+        for (const QWidget *child : toast.view->findChildren<QWidget *>())
             children.append(child->geometry());
-            QCOMPARE(toast.view->rect() | child->geometry(), toast.view->rect());
-        }
+        QCOMPARE(QSizeF(toast.view->size()), bubble);
         QTEST(children, "children");
         QTEST(qobject_cast<ToastBubble *>(toast.view.get())->frame().size(), "bubble");
     }

@@ -109,6 +109,25 @@ private slots:
         QVERIFY(isNear(at(image, 200, 199).red(), 255, 2));
     }
 
+    void titleIsDrawnBeyondTheBubble_data() { addRatios(); }
+
+    // Three letters, each a box from 1 to 9 and 3 to 15 points in its cell; the first cell is at
+    // (185, 200). The bubble ends at 210, and its shadow is that of the bubble alone.
+    void titleIsDrawnBeyondTheBubble()
+    {
+        QFETCH(int, ratio);
+        for (const bool shadow : {false, true}) {
+            WhiteHost host;
+            ToastManager::shared().style.titleColor = Qt::red;
+            ToastManager::shared().style.displayShadow = shadow;
+            makeToast(&host, {}, 1h, QPointF(200, 200), u"AAA"_s);
+            const QImage image = host.picture(ratio);
+            QCOMPARE(at(image, 190, 206), QColor(Qt::red));
+            QCOMPARE(at(image, 190, 213), QColor(Qt::red));
+            QCOMPARE(at(image, 183, 213) == QColor(Qt::white), !shadow);
+        }
+    }
+
     void shadow_data() { addRatios(); }
 
     // The edge of the shadow lies at 330; its coverage falls as the normal distribution does.

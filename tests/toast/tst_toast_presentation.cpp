@@ -116,6 +116,52 @@ private slots:
         QCOMPARE(host.waiting().size(), 2);
     }
 
+    // Neither a frame nor a turn of the event loop has thousands of toasts to deal with.
+    void manyToastsAreShownAndDroppedInParts()
+    {
+        Host host;
+        for (int i = 0; i < 1000; ++i)
+            host.toast(u"a"_s, 30ms);
+        const ToastArray waiting = host.waiting();
+        QCOMPARE(host.findChildren<QWidget *>(Qt::FindDirectChildrenOnly).size(), 16);
+        QCOMPARE(host.active().size() + waiting.size(), 1000);
+        QTRY_VERIFY(host.log.size() >= 32);
+        QCOMPARE(host.active().size(), 16);
+
+        hideAllToasts(&host);
+        host.toast(u"a"_s);
+        QCOMPARE(host.active().size(), 16);
+        qsizetype left = waiting.size() - waiting.count(nullptr);
+        while (left > 0) {
+            QCoreApplication::processEvents();
+            const qsizetype now = waiting.size() - waiting.count(nullptr);
+            QVERIFY(left - now <= 64);
+            left = now;
+        }
+    }
+
+    void toastsThatStayKeepNobodyWaiting()
+    {
+        Host early;
+        Host late;
+        for (int i = 0; i < 16; ++i)
+            early.toast(u"a"_s, 0s);
+        late.toast(u"b"_s, 50ms);
+        QTRY_COMPARE(late.log, u"b."_s);
+        early.toast(u"c"_s, 0s);
+        QTRY_COMPARE(early.log, u"c."_s);
+    }
+
+    void hideTakesTheOneShownLongest()
+    {
+        Host host;
+        host.toast(u"a"_s);
+        QWidget *later = host.toast(u"b"_s);
+        hideToast(&host);
+        QTRY_COMPARE(host.log, u"a."_s);
+        QCOMPARE(host.active(), ToastArray{later});
+    }
+
     void hideAll()
     {
         for (const bool clearQueue : {false, true}) {
@@ -131,6 +177,41 @@ private slots:
             QTRY_COMPARE(third.isNull(), clearQueue);
             QCOMPARE(host.active().size(), clearQueue ? 0 : 1);
         }
+    }
+
+    // Of a toast that lies on one host and is sent away through another too, both lists are rid,
+    // and both queues go on.
+    void twoHostsHideOneToast()
+    {
+        for (const bool tapFirst : {true, false}) {
+            Host early;
+            Host late;
+            ToastManager::shared().isQueueEnabled = true;
+            QWidget *shared = early.toast(u"a"_s);
+            const QPointer next = early.toast(u"b"_s);
+            QWidget *other = late.toast(u"c"_s);
+            const QPointer waiting = late.toast(u"d"_s);
+            if (!tapFirst)
+                hideToast(&early);
+            QTest::mouseClick(shared, Qt::LeftButton);
+            if (tapFirst)
+                hideToast(&early);
+            QTRY_COMPARE(early.active(), ToastArray{next});
+            QCOMPARE(late.active(), (ToastArray{other, waiting}));
+            QCOMPARE(early.log, tapFirst ? u"a!"_s : u"a."_s);
+        }
+    }
+
+    void tapWithoutTheLatestHost()
+    {
+        Host early;
+        ToastManager::shared().isQueueEnabled = true;
+        QWidget *tapped = early.toast(u"a"_s);
+        const QPointer next = early.toast(u"b"_s);
+        Host().toast(u"c"_s);
+        QTest::mouseClick(tapped, Qt::LeftButton);
+        QTRY_COMPARE(early.active(), ToastArray{next});
+        QCOMPARE(early.log, u"a!"_s);
     }
 
     void timersAndTapsGoToTheLatestHost()

@@ -90,6 +90,19 @@ private slots:
         QCOMPARE(host.active().isEmpty(), !host.log.isEmpty());
     }
 
+    void pressOnTheOverhangGoesThrough()
+    {
+        PressedHost host;
+        QVERIFY(QTest::qWaitForWindowExposed(&host));
+        makeToast(&host, {}, 1h, QPointF(200, 200), u"Title alone"_s);
+        // The bubble ends at 210, the title at 220.
+        QTest::mouseClick(host.windowHandle(), Qt::LeftButton, {}, QPoint(200, 215));
+        QCOMPARE(host.presses, 2);
+        QTest::mouseClick(host.windowHandle(), Qt::LeftButton, {}, QPoint(200, 205));
+        QTRY_VERIFY(host.active().isEmpty());
+        QCOMPARE(host.presses, 2);
+    }
+
     void buttonOfAReadyMadeToast()
     {
         Host host;
@@ -106,21 +119,44 @@ private slots:
         QCOMPARE(host.active().size(), 1);
     }
 
-    void fingerElsewhereIsKeptOut()
+    void fingerElsewhere_data()
     {
-        PressedHost host;
+        QTest::addColumn<bool>("tapToDismiss");
+        QTest::addColumn<bool>("onActivity");
+        QTest::addColumn<int>("presses");
+        QTest::newRow("is kept out by a toast that takes taps") << true << false << 0;
+        QTest::newRow("is not kept out where taps are off") << false << false << 1;
+        QTest::newRow("is not kept out by the activity bubble") << true << true << 1;
+    }
+
+    void fingerElsewhere()
+    {
+        QFETCH(bool, tapToDismiss);
+        QFETCH(bool, onActivity);
+        QFETCH(int, presses);
+        ToastManager::shared().isTapToDismissEnabled = tapToDismiss;
+        Host host;
+        PressedHost neighbour;
+        neighbour.setParent(&host);
+        neighbour.setGeometry(0, 300, 400, 100);
+        neighbour.show();
+        host.show();
         QVERIFY(QTest::qWaitForWindowExposed(&host));
-        host.toast(u"held"_s);
+        if (onActivity)
+            makeToastActivity(&host);
+        else
+            host.toast(u"held"_s);
         const QPoint held(200, 200);
         const QPoint other(200, 350);
         QWindow *window = host.windowHandle();
         QTest::touchEvent(window, m_screen).press(0, held);
         QTest::touchEvent(window, m_screen).stationary(0).press(1, other);
-        QCOMPARE(host.presses, 0);
+        QCOMPARE(neighbour.presses, presses);
         QTest::touchEvent(window, m_screen).release(0, held).release(1, other);
+        neighbour.presses = 0;
         QTest::touchEvent(window, m_screen).press(0, other);
         QTest::touchEvent(window, m_screen).release(0, other);
-        QCOMPARE(host.presses, 2);
+        QCOMPARE(neighbour.presses, 2);
     }
 
 private:
