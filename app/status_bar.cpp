@@ -9,15 +9,15 @@ namespace zelkam {
 
 namespace {
 constexpr int markSize = 14;
-constexpr int fullTurn = 360;
 } // namespace
 
 StatusBar::StatusBar(QWidget *parent) : QWidget(parent), m_turn(new QVariantAnimation(this))
 {
     setFixedHeight(height);
-    m_turn->setStartValue(0);
-    m_turn->setEndValue(fullTurn);
-    m_turn->setDuration(1000);
+    // Two turns: where motion is reduced, one pulse.
+    m_turn->setStartValue(0.0);
+    m_turn->setEndValue(2.0);
+    m_turn->setDuration(2000);
     m_turn->setLoopCount(-1);
     connect(m_turn, &QVariantAnimation::valueChanged, this, qOverload<>(&QWidget::update));
 }
@@ -35,7 +35,7 @@ void StatusBar::setActive(bool active)
         return;
     m_active = active;
     setAccessibleDescription(active ? tr("The network is in use") : QString());
-    if (active && !reducesMotion())
+    if (active)
         m_turn->start();
     else
         m_turn->stop();
@@ -57,12 +57,10 @@ void StatusBar::paintEvent(QPaintEvent *)
     if (!m_active)
         return;
     const QRectF mark(width() - margin - markSize, (height - markSize) / 2.0, markSize, markSize);
-    constexpr int unit = 16; // drawArc counts in sixteenths of a degree
-    constexpr int gap = 90;
     QPen pen(accentColor(palette()), 2);
     pen.setCapStyle(Qt::RoundCap);
     painter.setPen(pen);
-    painter.drawArc(mark, -m_turn->currentValue().toInt() * unit, (fullTurn - gap) * unit);
+    drawBusyArc(painter, mark, 270, m_turn->currentValue().toDouble());
 }
 
 } // namespace zelkam

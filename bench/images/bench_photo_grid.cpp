@@ -94,7 +94,7 @@ int main(int argc, char **argv)
         if (firstScreen == 0)
             firstScreen = double(timer.nsecsElapsed()) / 1e9;
     });
-    setReducesMotion(true); // the time is the grid's, not that of the screen's coming
+    setMotionReduced(true); // the time is the grid's, not that of the screen's coming
     picker->presentFrom(*page, true, {});
     while (firstScreen == 0 && !timer.hasExpired(60'000))
         QApplication::processEvents(QEventLoop::WaitForMoreEvents);

@@ -132,7 +132,7 @@ int folder(const QString &path)
 {
     std::puts("| what | shown after | longest turn of the main thread |\n|---|---|---|");
     applyTheme(ColorScheme::light);
-    setReducesMotion(true);
+    setMotionReduced(true);
     UIWindow window;
     const auto page = std::make_shared<UIViewController>();
     window.setRootViewController(page);

@@ -132,8 +132,8 @@ void finishDismissal(QWidget *toast, bool fromTap)
 
 bool goesByItself(const QWidget *toast)
 {
-    return toast && (!timerOf(toast) || timerOf(toast)->isActive() ||
-                     toast->property(hidingKey).isValid());
+    return toast &&
+           (!timerOf(toast) || timerOf(toast)->isActive() || toast->property(hidingKey).isValid());
 }
 
 void presentToast(QWidget *host, QWidget *toast, ToastDuration duration, QPointF point)

@@ -124,7 +124,7 @@ private slots:
 
     void init()
     {
-        setReducesMotion(true);
+        setMotionReduced(true);
         setSystemVersion(QVersionNumber(18, 0));
         root = std::make_unique<QTemporaryDir>();
         QVERIFY(!setTemporaryDirectory(root->filePath(u"container"_s)));

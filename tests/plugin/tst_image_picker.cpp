@@ -133,7 +133,7 @@ private slots:
 
     void init()
     {
-        setReducesMotion(true);
+        setMotionReduced(true);
         root = std::make_unique<QTemporaryDir>();
         QDir().mkpath(root->filePath(u"pictures"_s));
         setPicturesDirectory(root->filePath(u"pictures"_s));
@@ -529,7 +529,7 @@ private slots:
         QFETCH(QVariantMap, secondOptions);
         QFETCH(bool, atOnce);
         QFETCH(bool, isPicked);
-        setReducesMotion(!atOnce);
+        setMotionReduced(!atOnce);
         const QString path = picture(u"a.jpg"_s, sample::image({60, 40}, "jpeg"));
         const auto first = call(firstOptions);
         if (!atOnce) {
@@ -561,7 +561,7 @@ private slots:
         QCOMPARE(first->replies(), QStringList());
         QVERIFY(allGone());
         // And the next one works as if nothing had been.
-        setReducesMotion(true);
+        setMotionReduced(true);
         QCOMPARE(pickSingle(path)->replies(), {data});
         QVERIFY(allGone());
     }

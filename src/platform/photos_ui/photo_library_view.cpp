@@ -87,13 +87,13 @@ protected:
     void showEvent(QShowEvent *) override
     {
         constexpr int tick = 40;
-        m_angle = 0;
+        m_ticks = 0;
         m_timer.start(tick, this);
     }
     void hideEvent(QHideEvent *) override { m_timer.stop(); }
     void timerEvent(QTimerEvent *) override
     {
-        m_angle += 12;
+        ++m_ticks;
         update();
     }
     void mousePressEvent(QMouseEvent *event) override { event->accept(); }
@@ -108,12 +108,12 @@ protected:
         painter.setPen(QPen(separatorColor(palette()), 4));
         painter.drawEllipse(ring);
         painter.setPen(QPen(accentColor(palette()), 4, Qt::SolidLine, Qt::RoundCap));
-        painter.drawArc(ring, (reducesMotion() ? 90 : -m_angle) * 16, 90 * 16);
+        drawBusyArc(painter, ring, 90, m_ticks / 30.0);
     }
 
 private:
     QBasicTimer m_timer;
-    int m_angle = 0;
+    int m_ticks = 0;
 };
 
 PhotoLibraryView::PhotoLibraryView(bool hasDone)

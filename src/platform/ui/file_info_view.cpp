@@ -110,20 +110,13 @@ void LoadingView::paintEvent(QPaintEvent *)
     if (m_ticks < hiddenTicks)
         return;
     QPainter painter(this);
-    if (reducesMotion()) {
-        painter.setFont(themeFont(TextRole::body, font()));
-        painter.setPen(secondaryTextColor(palette()));
-        painter.drawText(rect(), Qt::AlignCenter, tr("Loading"));
-        return;
-    }
     painter.setRenderHint(QPainter::Antialiasing);
     QRectF ring(0, 0, 4 * metrics::grid, 4 * metrics::grid);
     ring.moveCenter(QRectF(rect()).center());
     painter.setPen(QPen(separatorColor(palette()), 3));
     painter.drawEllipse(ring);
     painter.setPen(QPen(accentColor(palette()), 3, Qt::SolidLine, Qt::RoundCap));
-    constexpr int sixteenths = 16;
-    painter.drawArc(ring, -m_ticks * 12 * sixteenths, 90 * sixteenths);
+    drawBusyArc(painter, ring, 90, m_ticks / 30.0);
 }
 
 } // namespace zelkam

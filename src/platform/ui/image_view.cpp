@@ -54,7 +54,7 @@ void ImageView::play(const QByteArray &animation)
     m_animation->open(QIODevice::ReadOnly);
     m_movie = std::make_unique<QMovie>(m_animation.get());
     connect(m_movie.get(), &QMovie::frameChanged, this, qOverload<>(&QWidget::update));
-    if (reducesMotion())
+    if (isMotionReduced())
         m_movie->jumpToFrame(0);
     else
         m_movie->start();

@@ -127,7 +127,7 @@ void PresentationCoordinator::begin(Transition transition)
     m_shield->raise();
     m_shield->setFocus(Qt::OtherFocusReason);
 
-    if (animated && !reducesMotion()) {
+    if (animated && !isMotionReduced()) {
         m_animation.setStartValue(coming ? 0.0 : 1.0);
         m_animation.setEndValue(coming ? 1.0 : 0.0);
         m_animation.start();

@@ -11,8 +11,6 @@ namespace zelkam {
 
 namespace {
 
-std::optional<bool> reducesMotionSetting;
-
 QColor mixed(const QColor &a, const QColor &b, double share)
 {
     const auto part = [share](float from, float to) { return from + float(share) * (to - from); };
@@ -164,16 +162,14 @@ QPixmap kindIcon(const QStringList &names, int size, double devicePixelRatio)
     return {};
 }
 
-bool reducesMotion()
+void drawBusyArc(QPainter &painter, const QRectF &ring, int degrees, double turns)
 {
-    if (reducesMotionSetting)
-        return *reducesMotionSetting;
-    return QApplication::style()->styleHint(QStyle::SH_Widget_Animation_Duration) == 0;
-}
-
-void setReducesMotion(std::optional<bool> reduces)
-{
-    reducesMotionSetting = reduces;
+    constexpr int sixteenths = 16;
+    const bool turning = !isMotionReduced();
+    const double opacity = painter.opacity();
+    painter.setOpacity(opacity * (turning ? 1.0 : pulseOpacity(turns)));
+    painter.drawArc(ring, turning ? int(-turns * 360.0 * sixteenths) : 0, degrees * sixteenths);
+    painter.setOpacity(opacity);
 }
 
 } // namespace zelkam

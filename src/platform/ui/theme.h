@@ -1,13 +1,15 @@
 #pragma once
 
+#include "toast/toast_motion.h"
+
 #include <QColor>
 #include <QFont>
 #include <QIcon>
 #include <QPalette>
 #include <QPixmap>
 #include <chrono>
-#include <optional>
 
+class QPainter;
 class QWidget;
 
 namespace zelkam {
@@ -54,10 +56,9 @@ QPixmap tintedIcon(const QString &name, int size, const QColor &color, double de
 /// A file kind's own icon, in its own colours, by the first of the names that the theme has.
 QPixmap kindIcon(const QStringList &names, int size, double devicePixelRatio);
 
-/// Whether nothing should move: what was set, otherwise what the style says.
-bool reducesMotion();
-/// For a system's or host's setting; nothing returns the decision to the style.
-void setReducesMotion(std::optional<bool> reduces);
+/// The arc of a busy mark that has made `turns` turns, with the painter's pen. It pulses in place
+/// where motion is reduced.
+void drawBusyArc(QPainter &painter, const QRectF &ring, int degrees, double turns);
 
 /// How long a screen slides in or out.
 inline constexpr std::chrono::milliseconds transitionDuration{300};

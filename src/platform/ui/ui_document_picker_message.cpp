@@ -69,12 +69,12 @@ void DocumentPickerMessage::paintEvent(QPaintEvent *)
         color.setAlphaF(0.6F);
         painter.drawPixmap(QPointF(middle - iconSize / 2.0, y),
                            tintedIcon(m_iconName, iconSize, color, devicePixelRatioF()));
-    } else if (!reducesMotion()) {
+    } else {
         const QRectF ring(middle - 18, y + iconSize - 44, 36, 36);
         painter.setPen(QPen(separatorColor(palette()), 3));
         painter.drawEllipse(ring);
         painter.setPen(QPen(accentColor(palette()), 3, Qt::SolidLine, Qt::RoundCap));
-        painter.drawArc(ring, -m_ticks * 12 * 16, 90 * 16);
+        drawBusyArc(painter, ring, 90, m_ticks / 30.0);
     }
     y += iconSize + metrics::grid;
     const QRectF room(3 * metrics::grid, y, width() - 6 * metrics::grid, height() - y);

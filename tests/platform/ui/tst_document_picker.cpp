@@ -104,7 +104,7 @@ private:
 private slots:
     void init()
     {
-        setReducesMotion(true);
+        setMotionReduced(true);
         applyTheme(ColorScheme::light);
         root = std::make_unique<QTemporaryDir>();
         for (const char *name : {"Minutes 10.txt", "minutes 2.txt", "Über.pdf", "b.docx", "c.mp3"})

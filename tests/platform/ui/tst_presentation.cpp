@@ -45,7 +45,7 @@ private slots:
     void init()
     {
         QTest::failOnWarning(QRegularExpression(QStringLiteral(".")));
-        setReducesMotion(true);
+        setMotionReduced(true);
         m_log.clear();
         m_window = std::make_unique<UIWindow>();
         m_window->resize(390, 844);
@@ -71,7 +71,7 @@ private slots:
     void aScreenLivesThroughPresentationAndDismissalInOrder()
     {
         QFETCH(bool, moves);
-        setReducesMotion(!moves);
+        setMotionReduced(!moves);
         QSignalSpy appeared(m_window.get(), &UIWindow::screenDidAppear);
         m_root->present(screen("a"), true, note("presented"));
         QCOMPARE(m_log, QStringList({QStringLiteral("a loaded"), QStringLiteral("a will appear")}));

@@ -41,7 +41,7 @@ class ShareTest : public QObject
 private slots:
     void init()
     {
-        setReducesMotion(true);
+        setMotionReduced(true);
         UIDevice::current().setUserInterfaceIdiom(UIUserInterfaceIdiom::phone);
         m_file = m_folder.filePath(QStringLiteral("naïve & name.txt"));
         QVERIFY(sample::write(m_file, QByteArray("content\n").repeated(300'000)));
