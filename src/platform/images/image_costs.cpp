@@ -41,6 +41,11 @@ std::optional<DecoderCost> decoderCost(const QByteArray &data, const ImageReadin
 
 } // namespace
 
+bool scalesAsItReads(const QByteArray &format)
+{
+    return format == "jpeg" || format == "heic";
+}
+
 std::optional<qint64> imageBytes(const QByteArray &data, const ImageReading &reading,
                                  const ImageLimits &limits)
 {
@@ -50,16 +55,16 @@ std::optional<qint64> imageBytes(const QByteArray &data, const ImageReading &rea
     const bool isKnown = reading.pixels != QImage::Format_Invalid;
     const qint64 depth =
         isKnown ? qMax(1, QImage::toPixelFormat(reading.pixels).bitsPerPixel() / 8) : fourBytes;
-    const bool scalesAsItReads = reading.format == "jpeg" || reading.format == "heic";
     const bool isScaled = reading.read != reading.stored;
     const bool isPlain = reading.pixels == QImage::Format_RGB32;
     const qint64 copyDepth = qMax(depth, fourBytes);
-    // Scaling needs a plain image as well, and takes a copy of any other.
-    const qint64 stored = isScaled && !scalesAsItReads
-                              ? area(reading.stored) * (isPlain ? depth : depth + copyDepth)
+    // Turning takes a copy, and so does scaling of what is no plain image.
+    const bool isCopied = !isPlain || reading.isTurned;
+    const qint64 stored = isScaled && !scalesAsItReads(reading.format)
+                              ? area(reading.stored) * (isCopied ? depth + copyDepth : depth)
                               : 0;
     const qint64 result = area(reading.read) * depth;
-    const qint64 copy = isPlain && !reading.isTurned ? 0 : area(reading.read) * copyDepth;
+    const qint64 copy = isCopied ? area(reading.read) * copyDepth : 0;
     // The decoder and the stored image are gone before the result is copied.
     const qint64 bytes = result + qMax(decoder->bytes + stored, copy);
     if (bytes > mostImageBytes(data.size(), decoder->pixels, limits))

@@ -16,6 +16,10 @@ struct ImageReading
     bool isTurned = false;             ///< by a quarter once it is decoded
 };
 
+/// Whether a decoder never holds the whole image when it is asked for a smaller one. All others are
+/// left to read it whole.
+bool scalesAsItReads(const QByteArray &format);
+
 /// The most bytes that are held at the same time from the first of the decoder's to the last of an
 /// encoder's: its own copies, the stored image where it cannot scale while it reads, the result
 /// and one more of it where it is turned, or has to be brought into another form before it is

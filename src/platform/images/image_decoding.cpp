@@ -2,6 +2,7 @@
 
 #include "platform/images/image_costs.h"
 #include "platform/images/image_memory.h"
+#include "platform/images/image_scaling.h"
 #include "platform/images/image_wholeness.h"
 #include "platform/images/jpeg_structure.h"
 
@@ -131,7 +132,7 @@ std::optional<QImage> decodeImageTo(const QByteArray &data, const ImageTarget &t
         return std::nullopt;
     const QSize wanted = chosen.expandedTo({1, 1});
     const QSize read = onItsSide ? wanted.transposed() : wanted;
-    if (read != size)
+    if (read != size && scalesAsItReads(format))
         reader.setScaledSize(read);
     const auto bytes =
         imageBytes(data, {format, size, read, reader.imageFormat(), jpeg, onItsSide}, limits);
@@ -144,6 +145,8 @@ std::optional<QImage> decodeImageTo(const QByteArray &data, const ImageTarget &t
     if (!reader.read(&image) || image.isNull())
         return std::nullopt;
     image = withoutMetadata(std::move(image));
+    if (image.size() != wanted)
+        image = stretchedImage(std::move(image), wanted);
     const QColorSpace sRgb(QColorSpace::SRgb);
     if (image.colorSpace().isValid() && image.colorSpace() != sRgb)
         image.convertToColorSpace(sRgb);

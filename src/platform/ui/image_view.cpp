@@ -1,5 +1,6 @@
 #include "platform/ui/image_view.h"
 
+#include "platform/images/image_scaling.h"
 #include "platform/ui/theme.h"
 
 #include <QBuffer>
@@ -127,8 +128,7 @@ void ImageView::paintEvent(QPaintEvent *)
         return;
     }
     if (m_fitted.size() != pixels)
-        m_fitted = QPixmap::fromImage(
-            m_image.scaled(pixels, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+        m_fitted = QPixmap::fromImage(stretchedImage(m_image, pixels));
     painter.drawPixmap(area, m_fitted, m_fitted.rect());
 }
 
@@ -209,6 +209,10 @@ void ImageView::keyPressEvent(QKeyEvent *event)
         return moveBy({0, arrowStep});
     case Qt::Key_Down:
         return moveBy({0, -arrowStep});
+    case Qt::Key_PageUp:
+        return moveBy({0, double(height())});
+    case Qt::Key_PageDown:
+        return moveBy({0, -double(height())});
     default:
         QWidget::keyPressEvent(event);
     }

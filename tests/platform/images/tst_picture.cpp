@@ -1,5 +1,7 @@
 #include "heif_writer.h"
 #include "picture_comparison.h"
+#include "platform/images/image_decoding.h"
+#include "platform/images/image_memory.h"
 #include "platform/images/image_representation.h"
 #include "platform/images/picture.h"
 #include "support/sample_files.h"
@@ -11,9 +13,11 @@
 #include <QTest>
 #include <QTransform>
 #include <QtEndian>
+#include <atomic>
 #include <cmath>
 #include <limits>
 #include <sys/resource.h>
+#include <thread>
 #include <unistd.h>
 
 using namespace zelkam;
@@ -177,6 +181,50 @@ private slots:
             QCOMPARE(picture->size(), QSize(32, 32));
     }
 
+    void anyFormOfPixelsIsStretched_data()
+    {
+        QTest::addColumn<QImage>("stored");
+        QTest::addColumn<QByteArray>("file");
+        const QImage image = corners({64, 64});
+        const auto row = [](const char *name, const QImage &stored) {
+            for (const char *format : {"png", "bmp", "tiff"}) {
+                const QByteArray file = encoded(stored, format);
+                if (!file.isEmpty())
+                    QTest::addRow("%s, as %s", name, format)
+                        << QImage::fromData(file).convertToFormat(QImage::Format_ARGB32) << file;
+            }
+        };
+        for (const int alpha : {255, 100}) {
+            for (const auto form :
+                 {QImage::Format_Mono, QImage::Format_MonoLSB, QImage::Format_Indexed8}) {
+                QImage two(64, 64, form);
+                two.setColorTable({qRgba(0, 200, 0, alpha), qRgb(255, 0, 0)});
+                for (int at = 0; at < 64 * 64; ++at)
+                    two.setPixel(at % 64, at / 64, at % 64 < 32 ? 0 : 1);
+                row(qPrintable(QStringLiteral("two colours of %1 bits, alpha %2")
+                                   .arg(two.depth())
+                                   .arg(alpha)),
+                    two);
+            }
+        }
+        row("8 bits of grey", image.convertToFormat(QImage::Format_Grayscale8));
+        row("16 bits of grey", image.convertToFormat(QImage::Format_Grayscale16));
+        row("64 bits of colour", image.convertToFormat(QImage::Format_RGBA64));
+    }
+    void anyFormOfPixelsIsStretched()
+    {
+        QFETCH(QImage, stored);
+        QFETCH(QByteArray, file);
+        const auto small = decodePicture(file, QSize(16, 32));
+        QVERIFY(small);
+        QCOMPARE_LE(difference(small->toQImage(), stored.scaled(16, 32)), 8);
+        QImage white(64, 64, QImage::Format_RGB32);
+        white.fill(Qt::white);
+        QPainter(&white).drawImage(0, 0, stored);
+        const auto jpeg = UIImageJPEGRepresentation(*decodePicture(file), 1.0);
+        QCOMPARE_LE(difference(QImage::fromData(*jpeg), white), 8);
+    }
+
     void whatWouldTakeTooMuchIsRefused_data()
     {
         QTest::addColumn<QByteArray>("file");
@@ -186,6 +234,10 @@ private slots:
             << sample::pngHeader(30000, 30000) << QSize(10, 10);
         QTest::newRow("4,000 scans, asked for small")
             << sample::jpegWithScans({2000, 2000}, 4000) << QSize(10, 10);
+        QTest::newRow("300 scans of a few pixels")
+            << sample::jpegWithScans({64, 64}, 300) << QSize();
+        QTest::newRow("200 scans of many pixels")
+            << sample::jpegWithScans({4000, 4000}, 200) << QSize(10, 10);
         // The frame's size lies behind the marker, its length and the sample depth.
         QByteArray large = encoded(corners({64, 64}), "jpeg");
         large.replace(large.indexOf("\xff\xc0") + 5, 4, "\x75\x30\x75\x30");
@@ -221,6 +273,29 @@ private slots:
         const qint64 before = peakMemory();
         QVERIFY(!(size.isEmpty() ? decodePicture(file) : decodePicture(file, size)));
         QCOMPARE_LE(peakMemory() - before, 256LL << 20);
+    }
+
+    void imagesWaitForEachOthersMemory_data()
+    {
+        QTest::addColumn<QByteArray>("file");
+        QTest::newRow("an image") << encoded(corners({64, 64}), "png");
+        QTest::newRow("a drawing") << drawing("<rect width='9' height='9'/>");
+    }
+    void imagesWaitForEachOthersMemory()
+    {
+        QFETCH(QByteArray, file);
+        std::atomic_bool isDecoded = false;
+        std::thread other;
+        {
+            ImageMemoryShare all;
+            all.reserve(ImageLimits().heldBytesOfPhoto); // more than there is: all of it
+            QVERIFY(decodePicture(file));                // within one's own share
+            other = std::thread([&] { isDecoded = decodePicture(file).has_value(); });
+            QTest::qWait(50);
+            QVERIFY(!isDecoded);
+        }
+        other.join();
+        QVERIFY(isDecoded);
     }
 
     void drawingsShowNothingFromOutside_data()

@@ -1,0 +1,15 @@
+#include "platform/images/image_scaling.h"
+
+namespace zelkam {
+
+QImage stretchedImage(QImage image, QSize size)
+{
+    // Qt scales an image with a palette into one with a palette: the colours between are missing,
+    // and of two colours nothing is left but black.
+    if (image.pixelFormat().colorModel() == QPixelFormat::Indexed || image.depth() == 1)
+        image.convertTo(image.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied
+                                                : QImage::Format_RGB32);
+    return image.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+}
+
+} // namespace zelkam
