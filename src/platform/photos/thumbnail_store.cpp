@@ -1,6 +1,7 @@
 #include "platform/photos/thumbnail_store.h"
 
 #include "platform/foundation/dispatch_queue.h"
+#include "platform/images/image_scaling.h"
 #include "platform/images/picture.h"
 #include "platform/photos/photo_workers.h"
 
@@ -19,12 +20,18 @@ QString keyOf(const PHAsset &asset)
     return asset.localIdentifier() + u'\n' + QString::number(asset.modificationDate());
 }
 
+/// What is being made at the edge of before a relayout does not stand for what is wanted now.
+QString runningKey(const PHAsset &asset, int edge)
+{
+    return keyOf(asset) + u'\n' + QString::number(edge);
+}
+
 QImage middleSquare(const QImage &image, int edge)
 {
     const int side = qMin(image.width(), image.height());
     const QImage middle =
         image.copy((image.width() - side) / 2, (image.height() - side) / 2, side, side);
-    return middle.scaled(edge, edge, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
+    return stretchedImage(middle, {edge, edge})
         .convertToFormat(middle.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied
                                                   : QImage::Format_RGB32);
 }
@@ -71,8 +78,7 @@ void ThumbnailStore::setWanted(const QList<PHAsset> &assets)
 {
     m_wanted.clear();
     for (const PHAsset &asset : assets) {
-        const QString key = keyOf(asset);
-        if (!m_memory.contains(key) && !m_running.contains(key))
+        if (!m_memory.contains(keyOf(asset)) && !m_running.contains(runningKey(asset, m_edge)))
             m_wanted.append(asset);
     }
     startNext();
@@ -88,7 +94,7 @@ void ThumbnailStore::startNext()
 {
     while (!m_wanted.isEmpty() && m_running.size() < mostRunning) {
         const PHAsset asset = m_wanted.takeFirst();
-        m_running.insert(keyOf(asset));
+        m_running.insert(runningKey(asset, m_edge));
         const auto work = [store = QPointer(this), disk = m_diskCache, asset, edge = m_edge] {
             const auto deliver = [store, asset, edge](const QImage &square) {
                 DispatchQueue::main().async([store, asset, edge, square] {
@@ -115,7 +121,7 @@ void ThumbnailStore::startNext()
 
 void ThumbnailStore::finish(const PHAsset &asset, int edge, const QImage &image)
 {
-    m_running.remove(keyOf(asset));
+    m_running.remove(runningKey(asset, edge));
     if (edge == m_edge) {
         constexpr qsizetype entry = 256; // what keeping a failure costs
         m_memory.insert(keyOf(asset), new QImage(image), image.sizeInBytes() + entry);

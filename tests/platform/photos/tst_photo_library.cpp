@@ -261,11 +261,30 @@ private slots:
         store.setEdge(100);
         const PHAsset photo = add(u"wide.png"_s, 9, buffer.data());
         const PHAsset text = add(u"text.jpg"_s, 8, "only a text");
+        QImage two(80, 40, QImage::Format_Mono); // smaller than its thumbnail
+        two.setColorTable({qRgb(0, 0, 255), qRgb(255, 0, 0)});
+        two.fill(1);
+        QBuffer twoBuffer;
+        QVERIFY(QImageWriter(&twoBuffer, "png").write(two));
+        const PHAsset twoColors = add(u"two.png"_s, 7, twoBuffer.data());
         QVERIFY(!store.thumbnail(photo));
-        store.setWanted({photo, text});
+        store.setWanted({photo, text, twoColors});
         QVERIFY(settle(store));
+        QCOMPARE(store.thumbnail(twoColors)->pixelColor(50, 50), QColor(Qt::red));
         QCOMPARE_LE(difference(*store.thumbnail(photo), corners({100, 100})), 8);
         QVERIFY(store.thumbnail(text) && store.thumbnail(text)->isNull());
+    }
+
+    void aRelayoutLeavesNoThumbnailOut()
+    {
+        ThumbnailStore store(cache());
+        const PHAsset photo = add(u"a.jpg"_s, 9);
+        for (const int edge : {60, 100}) {
+            store.setEdge(edge);
+            store.setWanted({photo});
+        }
+        QVERIFY(settle(store));
+        QCOMPARE(store.thumbnail(photo).value_or(QImage()).size(), QSize(100, 100));
     }
 
     void thumbnailsAreSharedWithTheDesktop()
