@@ -5,6 +5,8 @@
 #include "platform/photos/ph_image_manager.h"
 #include "platform/photos_ui/image_grid_picker_controller.h"
 
+#include <atomic>
+
 namespace zelkam {
 
 /// What the handlers of one pick share.
@@ -12,6 +14,8 @@ struct ZelkamMobileContentsPlugin::SeveralImages
 {
     QVariantMap options;
     QVariantList results; ///< data URLs, in the order in which the handlers ran
+    std::weak_ptr<ImageGridPickerController> picker;
+    std::atomic_bool isCancelled = false; ///< read by the threads that convert
 };
 
 void ZelkamMobileContentsPlugin::showMultiImgPicker(const QVariantMap &args)
@@ -22,14 +26,19 @@ void ZelkamMobileContentsPlugin::showMultiImgPicker(const QVariantMap &args)
         if (const auto limit = integerArgument(args, QStringLiteral("maxcount")))
             picker->maxNumberOfSelections = *limit;
         picker->takePhotos = boolArgument(args, QStringLiteral("camera")).value_or(false);
+        const auto images = std::make_shared<SeveralImages>();
+        images->options = args;
+        images->picker = picker;
         ImageGridPickerController::Handlers handlers;
-        handlers.cancel = [self](const QList<PHAsset> &) {
+        handlers.cancel = [self, images](const QList<PHAsset> &) {
+            // Also after Done: what is still being read then replies nothing.
+            images->isCancelled = true;
             if (const auto call = self->currentCallBack())
                 call->error(QStringLiteral("2045"), QStringLiteral("Image picker is canceled."),
                             false);
         };
-        handlers.finish = [self, args](const QList<PHAsset> &assets) {
-            self->convertImages(assets, args);
+        handlers.finish = [self, images](const QList<PHAsset> &assets) {
+            self->convertImages(assets, images);
         };
         if (UIViewController *presenter = self->presenterOfPicker(picker))
             picker->presentFrom(*presenter, true, std::move(handlers));
@@ -37,11 +46,9 @@ void ZelkamMobileContentsPlugin::showMultiImgPicker(const QVariantMap &args)
 }
 
 void ZelkamMobileContentsPlugin::convertImages(const QList<PHAsset> &assets,
-                                               const QVariantMap &args)
+                                               const std::shared_ptr<SeveralImages> &images)
 {
     const auto self = std::static_pointer_cast<ZelkamMobileContentsPlugin>(shared_from_this());
-    const auto images = std::make_shared<SeveralImages>();
-    images->options = args;
     // Entered once, not once for each asset: only the last one's handler leaves it, and only when
     // it has something. The reply follows the last asset, whatever became of those before it.
     // Only the handlers hold the group, which holds the reply: a pick that never replies is let go
@@ -57,10 +64,16 @@ void ZelkamMobileContentsPlugin::convertImages(const QList<PHAsset> &assets,
             assets.at(i), request,
             [self, images, group, last](const std::optional<QByteArray> &data,
                                         const std::optional<QString> &dataUTI) {
-                const auto text = getImgStr(data, dataUTI, images->options);
+                const auto text =
+                    images->isCancelled ? std::nullopt : getImgStr(data, dataUTI, images->options);
                 return [self, images, group, last, text]() mutable {
+                    if (images->isCancelled)
+                        return;
                     if (self->takeImage(*images, text) && last)
                         group.leave();
+                    const auto picker = images->picker.lock();
+                    if (picker && last)
+                        picker->close();
                 };
             });
     }

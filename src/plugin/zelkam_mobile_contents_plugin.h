@@ -125,7 +125,7 @@ private:
     void showSingleImgPicker(const QVariantMap &args);
     void showMultiImgPicker(const QVariantMap &args);
     void dismissSingleImgPicker(UIImagePickerController &answered);
-    void convertImages(const QList<PHAsset> &assets, const QVariantMap &args);
+    void convertImages(const QList<PHAsset> &assets, const std::shared_ptr<SeveralImages> &images);
     bool takeImage(SeveralImages &images, const std::optional<QByteArray> &text);
     /// From any thread.
     static std::optional<QByteArray> getImgStr(const std::optional<QByteArray> &data,

@@ -5,6 +5,7 @@
 #include "platform/photos_ui/camera_device.h"
 #include "platform/photos_ui/camera_view.h"
 #include "platform/photos_ui/image_grid_picker_controller.h"
+#include "platform/photos_ui/photo_grid_view.h"
 #include "platform/ui/theme.h"
 #include "platform/ui/ui_application.h"
 #include "platform/ui/ui_window.h"
@@ -16,8 +17,11 @@
 #include <QDir>
 #include <QStandardPaths>
 #include <QTemporaryDir>
+#include <QTemporaryFile>
 #include <QtTest>
+#include <cstdio>
 #include <limits>
+#include <unistd.h>
 
 using namespace zelkam;
 using namespace zelkam::test;
@@ -347,6 +351,27 @@ private slots:
         QCOMPARE(recording->replies().size(), 1);
     }
 
+    void whatIsBeingReadCanBeCancelled()
+    {
+        const QStringList paths{picture(u"bad.jpg"_s, "no picture"),
+                                picture(u"a.jpg"_s, sample::image({3000, 2000}, "jpeg"))};
+        const auto recording = call(several());
+        const auto picker = shown<ImageGridPickerController>();
+        QVERIFY(picker);
+        QTRY_VERIFY(PHPhotoLibrary::shared().isLoaded());
+        picker->showSelection(paths);
+        for (int times = 0; times < 2; ++times) // Enter twice is one Done
+            QTest::keyClick(window->focusWidget(), Qt::Key_Return);
+        QVERIFY(!picker->isBeingDismissed());
+        QTest::keyClick(window->focusWidget(), Qt::Key_Escape);
+        picker->cancel(); // once more
+        QVERIFY(allGone());
+        // Replies that were still to come would go to this call.
+        QCOMPARE(pick({paths.last()}, several())->replies(), {data});
+        QCOMPARE(recording->replies(), {u"error 2045: Image picker is canceled."_s});
+        QVERIFY(allGone());
+    }
+
     void imagesAreConvertedAsAsked_data()
     {
         QTest::addColumn<QString>("name");
@@ -453,6 +478,26 @@ private slots:
                      4);
     }
 
+    void aFullSelectionTakesNoFurtherPhoto()
+    {
+        const QStringList paths{picture(u"a.jpg"_s, sample::image({60, 40}, "jpeg")),
+                                picture(u"b.jpg"_s, sample::image({60, 40}, "jpeg"))};
+        call(several({{u"camera"_s, true}, {u"maxcount"_s, 1LL}}));
+        const auto picker = shown<ImageGridPickerController>();
+        QVERIFY(picker);
+        QTRY_VERIFY(PHPhotoLibrary::shared().isLoaded());
+        picker->showSelection(paths); // the selection moves to the second
+        QCOMPARE(picker->selection().size(), 1);
+        QCOMPARE(picker->selection().first().filePath(), paths.last());
+        QWidget *tile = picker->view()->findChild<PhotoGridView *>()->viewport();
+        QTest::mouseClick(tile, Qt::LeftButton, {}, {20, 20});
+        picker->openCamera();
+        QVERIFY(!picker->presentedViewController());
+        picker->showSelection({paths.last()});
+        QTest::mouseClick(tile, Qt::LeftButton, {}, {20, 20});
+        QVERIFY(picker->presentedViewController());
+    }
+
     void aTakenPhotoJoinsTheLibraryAndTheSelection()
     {
         setVirtualCameraImage(picture(u"../scene.png"_s, encoded(corners({120, 80}), "png")));
@@ -499,6 +544,25 @@ private slots:
         QCOMPARE(screen->children().size(), 1);
         QCOMPARE(screen->imagePicker->view(), embedded);
         QVERIFY(embedded->isVisible());
+    }
+
+    void theEndOfTheScreenIsWritten()
+    {
+        auto screen = std::make_shared<ZelkamMobileSingleImagePicker>();
+        const auto picker = screen->imagePicker;
+        screen->addChild(picker);
+        QTemporaryFile output;
+        QVERIFY(output.open());
+        std::fflush(stdout);
+        const int console = ::dup(STDOUT_FILENO);
+        ::dup2(output.handle(), STDOUT_FILENO);
+        screen.reset();
+        ::dup2(console, STDOUT_FILENO);
+        ::close(console);
+        QVERIFY(output.seek(0));
+        const QByteArray lines = output.readAll();
+        QVERIFY2(lines.startsWith("dealloc ") && lines.count('\n') == 1, lines.constData());
+        QVERIFY(!picker->parentViewController());
     }
 
     void aSecondCallTakesTheRepliesOver_data()

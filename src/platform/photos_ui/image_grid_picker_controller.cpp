@@ -88,14 +88,14 @@ bool ImageGridPickerController::isFull() const
 
 void ImageGridPickerController::tap(const PHAsset &asset)
 {
-    if (m_answered)
+    if (m_accepted || m_isOver)
         return;
-    if (m_selection.removeOne(asset)) {
-        showState();
-        if (m_handlers.deselect)
-            m_handlers.deselect(asset);
+    if (m_selection.contains(asset)) {
+        deselect(asset);
         return;
     }
+    if (isFull() && maxNumberOfSelections == 1)
+        deselect(m_selection.first());
     if (isFull()) {
         m_library->showNotice(
             tr("You can select up to %Ln photo(s).", nullptr, int(maxNumberOfSelections)));
@@ -104,6 +104,14 @@ void ImageGridPickerController::tap(const PHAsset &asset)
         return;
     }
     select(asset);
+}
+
+void ImageGridPickerController::deselect(PHAsset asset)
+{
+    m_selection.removeOne(asset);
+    showState();
+    if (m_handlers.deselect)
+        m_handlers.deselect(asset);
 }
 
 void ImageGridPickerController::select(const PHAsset &asset)
@@ -116,7 +124,7 @@ void ImageGridPickerController::select(const PHAsset &asset)
 
 void ImageGridPickerController::openCamera()
 {
-    if (m_answered)
+    if (m_accepted || m_isOver || isFull())
         return;
     const auto camera = std::make_shared<UIImagePickerController>();
     camera->sourceType = UIImagePickerControllerSourceType::camera;
@@ -136,7 +144,7 @@ void ImageGridPickerController::add(const QImage &photo)
         *image, [self = std::weak_ptr(std::static_pointer_cast<ImageGridPickerController>(
                      shared_from_this()))](const std::optional<QString> &filePath) {
             const auto picker = self.lock();
-            if (!picker || picker->m_answered)
+            if (!picker || picker->m_accepted || picker->m_isOver)
                 return;
             const auto asset = filePath ? PHPhotoLibrary::shared().insert(*filePath) : std::nullopt;
             if (asset) {
@@ -151,23 +159,23 @@ void ImageGridPickerController::add(const QImage &photo)
 
 void ImageGridPickerController::forgetMissing()
 {
+    if (m_accepted || m_isOver)
+        return;
     const QList<PHAsset> &assets = PHPhotoLibrary::shared().assets();
     const QList<PHAsset> before = m_selection;
     for (const PHAsset &asset : before) {
-        if (assets.contains(asset))
-            continue;
-        m_selection.removeOne(asset);
-        if (m_handlers.deselect)
-            m_handlers.deselect(asset);
+        if (!assets.contains(asset))
+            deselect(asset);
     }
-    showState();
 }
 
 void ImageGridPickerController::showState()
 {
     PhotoGridView &grid = m_library->grid();
     grid.setSelection(m_selection);
-    grid.setIsFull(isFull());
+    // A single selection moves to where the next tap is, so no photo is out of reach.
+    grid.setIsFull(isFull() && maxNumberOfSelections > 1);
+    grid.setCameraTileEnabled(!isFull());
     m_library->setDoneEnabled(!m_selection.isEmpty());
     const QLocale locale;
     const auto count = m_selection.size();
@@ -208,20 +216,28 @@ void ImageGridPickerController::showSelection(const QStringList &filePaths)
 
 void ImageGridPickerController::accept()
 {
-    if (m_selection.isEmpty() || std::exchange(m_answered, true))
+    if (m_selection.isEmpty() || m_isOver || std::exchange(m_accepted, true))
         return;
+    m_library->showBusy(true);
     if (m_handlers.finish)
         m_handlers.finish(m_selection);
-    leave(true);
+    else
+        close();
 }
 
 void ImageGridPickerController::cancel()
 {
-    if (std::exchange(m_answered, true))
+    if (m_isOver)
         return;
     if (m_handlers.cancel)
         m_handlers.cancel(m_selection);
-    leave(true);
+    close();
+}
+
+void ImageGridPickerController::close()
+{
+    if (!std::exchange(m_isOver, true))
+        leave(true);
 }
 
 bool ImageGridPickerController::cancelOperation()

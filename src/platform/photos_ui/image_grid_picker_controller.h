@@ -15,7 +15,8 @@ namespace zelkam {
 class PhotoLibraryView;
 
 /// A screen on which a person picks several photos of the library: the selected ones carry their
-/// number. Done and Enter accept them when there are any; Cancel and Esc leave.
+/// number. Done and Enter accept them when there are any; Cancel and Esc leave, also while what was
+/// accepted is being read. With a limit of one, a tap on another photo moves the selection.
 class ImageGridPickerController : public UIViewController
 {
     Q_OBJECT
@@ -26,9 +27,11 @@ public:
     {
         std::function<void(const PHAsset &asset)> select;
         std::function<void(const PHAsset &asset)> deselect;
-        /// One of these two runs, once, while the screen is still in place; then it leaves by
-        /// itself. Given is what was selected, in the order of the selection.
+        /// Runs once at most, then the screen leaves: the person wants nothing, or wants no longer
+        /// what `finish` has told. Given is what was selected, in the order of the selection.
         std::function<void(const QList<PHAsset> &assets)> cancel;
+        /// Likewise, runs once at most. The screen stays, shows that it works and offers Cancel
+        /// until close() is called. Without this handler it leaves at once.
         std::function<void(const QList<PHAsset> &assets)> finish;
         /// The screen has come up.
         std::function<void()> completion;
@@ -57,6 +60,9 @@ public:
     void accept();
     void cancel();
     void openCamera();
+    /// Takes the screen away. Whoever was told of the photos calls it when they have been read;
+    /// a cancel is not told any more from then on.
+    void close();
 
     void viewDidLoad() override;
     void viewDidAppear(bool animated) override;
@@ -79,6 +85,7 @@ private:
     bool isFull() const;
     void tap(const PHAsset &asset);
     void select(const PHAsset &asset);
+    void deselect(PHAsset asset); // not by reference: it may be one of the selection
     void add(const QImage &photo);
     void forgetMissing();
     void showState();
@@ -87,7 +94,8 @@ private:
     QList<PHAsset> m_selection;
     QPointer<PhotoLibraryView> m_library;
     std::shared_ptr<CameraDelegate> m_cameraDelegate; ///< while the camera is open
-    bool m_answered = false;
+    bool m_accepted = false;                          ///< the photos are being read
+    bool m_isOver = false;
 };
 
 } // namespace zelkam

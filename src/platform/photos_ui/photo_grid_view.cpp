@@ -50,6 +50,12 @@ void PhotoGridView::setHasCameraTile(bool has)
     layoutCells();
 }
 
+void PhotoGridView::setCameraTileEnabled(bool enabled)
+{
+    m_cameraTileEnabled = enabled;
+    viewport()->update();
+}
+
 void PhotoGridView::setShowsSelection(bool shows)
 {
     m_showsSelection = shows;
@@ -265,10 +271,10 @@ void PhotoGridView::activate(int item)
 {
     if (item < 0 || item >= itemCount())
         return;
-    if (isCameraTile(item))
-        emit cameraTapped();
-    else
+    if (!isCameraTile(item))
         emit tapped(assetAt(item));
+    else if (m_cameraTileEnabled)
+        emit cameraTapped();
 }
 
 void PhotoGridView::describeCurrent()
@@ -378,7 +384,9 @@ void PhotoGridView::paintCameraTile(QPainter &painter, const QRect &cell) const
     const QFont caption = themeFont(TextRole::caption, font());
     const int text = QFontMetrics(caption).height();
     const int top = cell.center().y() - (icon + text + 4) / 2;
-    const QColor color = accentColor(palette());
+    const QColor color = m_cameraTileEnabled
+                             ? accentColor(palette())
+                             : palette().color(QPalette::Disabled, QPalette::WindowText);
     painter.drawPixmap(
         QPoint(cell.center().x() - icon / 2, top),
         tintedIcon(QStringLiteral("camera-photo-symbolic"), icon, color, devicePixelRatioF()));

@@ -25,6 +25,8 @@ public:
     void setAssets(const QList<PHAsset> &assets);
     /// Puts a tile before the first photo that takes a new one.
     void setHasCameraTile(bool has);
+    /// A tile that is off is drawn dimmed and takes no tap.
+    void setCameraTileEnabled(bool enabled);
 
     bool hasItems() const { return itemCount() > 0; }
 
@@ -88,6 +90,7 @@ private:
     int m_current = -1;
     int m_pressed = -1;
     bool m_hasCameraTile = false;
+    bool m_cameraTileEnabled = true;
     bool m_showsSelection = false;
     bool m_full = false;
 };

@@ -3,12 +3,14 @@
 #include "platform/photos/ph_photo_library.h"
 #include "platform/photos/thumbnail_store.h"
 #include "platform/photos_ui/photo_grid_view.h"
+#include "platform/ui/file_info_view.h"
 #include "platform/ui/layout_guide.h"
 #include "platform/ui/theme.h"
 #include "platform/ui/ui_document_picker_message.h"
 #include "platform/ui/ui_navigation_bar.h"
 
 #include <QCoreApplication>
+#include <QElapsedTimer>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPointer>
@@ -77,43 +79,56 @@ private:
     QString m_text;
 };
 
-/// Lies over the grid while a photo is read; a ring turns in its middle.
+/// Lies over the grid while photos are read, and takes its input. What takes longer than a moment
+/// shows a bubble in the middle, in which a ring turns.
 class PhotoLibraryView::BusyVeil : public QWidget
 {
 public:
-    explicit BusyVeil(QWidget *parent) : QWidget(parent) { hide(); }
+    explicit BusyVeil(QWidget *parent) : QWidget(parent)
+    {
+        setAccessibleName(LoadingView::tr("Loading"));
+        setFocusPolicy(Qt::StrongFocus);
+        hide();
+    }
 
 protected:
     void showEvent(QShowEvent *) override
     {
         constexpr int tick = 40;
-        m_ticks = 0;
+        m_clock.start();
         m_timer.start(tick, this);
     }
     void hideEvent(QHideEvent *) override { m_timer.stop(); }
-    void timerEvent(QTimerEvent *) override
-    {
-        ++m_ticks;
-        update();
-    }
+    void timerEvent(QTimerEvent *) override { update(); }
     void mousePressEvent(QMouseEvent *event) override { event->accept(); }
     void paintEvent(QPaintEvent *) override
     {
+        constexpr qint64 moment = 300; // milliseconds
+        const qint64 time = m_clock.elapsed();
+        if (time < moment)
+            return;
         QPainter painter(this);
         QColor veil = palette().color(QPalette::Window);
         veil.setAlphaF(0.6F);
         painter.fillRect(rect(), veil);
         painter.setRenderHint(QPainter::Antialiasing);
-        const QRectF ring(width() / 2.0 - 20, height() / 2.0 - 20, 40, 40);
-        painter.setPen(QPen(separatorColor(palette()), 4));
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(QColor(0, 0, 0, 205));
+        constexpr double bubble = 96;
+        QRectF place(0, 0, bubble, bubble);
+        place.moveCenter(QRectF(rect()).center());
+        painter.drawRoundedRect(place, metrics::corner, metrics::corner);
+        const QRectF ring = place.adjusted(28, 28, -28, -28);
+        painter.setBrush(Qt::NoBrush);
+        painter.setPen(QPen(QColor(255, 255, 255, 70), 4));
         painter.drawEllipse(ring);
-        painter.setPen(QPen(accentColor(palette()), 4, Qt::SolidLine, Qt::RoundCap));
-        drawBusyArc(painter, ring, 90, m_ticks / 30.0);
+        painter.setPen(QPen(Qt::white, 4, Qt::SolidLine, Qt::RoundCap));
+        drawBusyArc(painter, ring, 90, double(time) / 1200);
     }
 
 private:
     QBasicTimer m_timer;
-    int m_ticks = 0;
+    QElapsedTimer m_clock;
 };
 
 PhotoLibraryView::PhotoLibraryView(bool hasDone)
@@ -199,6 +214,9 @@ void PhotoLibraryView::showBusy(bool busy)
 {
     m_busy->setVisible(busy);
     m_busy->raise();
+    // Before the grid loses it to the next control, which is Cancel: a second Enter is none.
+    if (busy)
+        m_busy->setFocus();
     m_grid->setEnabled(!busy);
     if (m_done)
         m_done->setEnabled(m_done->isEnabled() && !busy);
