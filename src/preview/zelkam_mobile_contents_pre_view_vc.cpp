@@ -11,6 +11,8 @@
 #include "platform/ui/ui_navigation_bar.h"
 #include "preview/preview_data_source.h"
 
+#include <QPainter>
+
 namespace zelkam {
 
 namespace {
@@ -21,6 +23,38 @@ constexpr int previewTop = 50;
 
 } // namespace
 
+/// The screen's own view. While the screen slides in, when it has no bar yet, it draws the picture
+/// of the one that is to come.
+class ZelkamMobileContentsPreViewVC::Sheet : public QWidget
+{
+public:
+    explicit Sheet(ZelkamMobileContentsPreViewVC &screen) : m_screen(screen)
+    {
+        setAutoFillBackground(true);
+    }
+
+protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        if (!m_screen.filePath || !m_screen.children().isEmpty())
+            return;
+        if (m_bar.isNull() || m_barWidth != width()) {
+            UINavigationBar bar(QRect(0, 0, width(), barHeight));
+            bar.setPalette(palette());
+            bar.setFont(font());
+            bar.setItems({m_screen.navigationItem()}, false);
+            m_bar = bar.grab();
+            m_barWidth = width();
+        }
+        QPainter(this).drawPixmap(0, m_screen.safeAreaInsets().top(), m_bar);
+    }
+
+private:
+    ZelkamMobileContentsPreViewVC &m_screen;
+    QPixmap m_bar;
+    int m_barWidth = 0;
+};
+
 ZelkamMobileContentsPreViewVC::ZelkamMobileContentsPreViewVC(std::optional<QString> nibName,
                                                              const Bundle *bundle)
     : UIViewController(std::move(nibName), bundle)
@@ -28,6 +62,11 @@ ZelkamMobileContentsPreViewVC::ZelkamMobileContentsPreViewVC(std::optional<QStri
 }
 
 ZelkamMobileContentsPreViewVC::~ZelkamMobileContentsPreViewVC() = default;
+
+QWidget *ZelkamMobileContentsPreViewVC::loadView()
+{
+    return new Sheet(*this);
+}
 
 void ZelkamMobileContentsPreViewVC::viewDidLoad()
 {
@@ -51,21 +90,28 @@ void ZelkamMobileContentsPreViewVC::viewDidAppear(bool animated)
 
     auto *bar =
         new UINavigationBar(QRect(0, safeAreaInsets().top(), view()->width(), barHeight), view());
-    const auto navigationItem = std::make_shared<UINavigationItem>(name);
-    navigationItem->titleElision = Qt::ElideMiddle;
-    navigationItem->leftBarButtonItem = std::make_shared<UIBarButtonItem>(
-        UIBarButtonSystemItem::done, this, [this](QObject *sender) { onTapDone(sender); });
-    if (shareOpt) {
-        navigationItem->rightBarButtonItem = std::make_shared<UIBarButtonItem>(
-            UIBarButtonSystemItem::action, this, [this](QObject *sender) { onTapShare(sender); });
-    }
-    bar->setItems({navigationItem}, true);
+    bar->setItems({navigationItem()}, true);
 
     pinToSafeArea(preview->view(), QMargins(0, previewTop, 0, 0));
     preview->view()->show();
     bar->show();
     bar->raise();
     preview->didMove(this);
+    // The keys are for what is read, not for the first button.
+    preview->view()->setFocus();
+}
+
+std::shared_ptr<UINavigationItem> ZelkamMobileContentsPreViewVC::navigationItem()
+{
+    const auto item = std::make_shared<UINavigationItem>(filePath->lastPathComponent());
+    item->titleElision = Qt::ElideMiddle;
+    item->leftBarButtonItem = std::make_shared<UIBarButtonItem>(
+        UIBarButtonSystemItem::done, this, [this](QObject *sender) { onTapDone(sender); });
+    if (shareOpt) {
+        item->rightBarButtonItem = std::make_shared<UIBarButtonItem>(
+            UIBarButtonSystemItem::action, this, [this](QObject *sender) { onTapShare(sender); });
+    }
+    return item;
 }
 
 void ZelkamMobileContentsPreViewVC::onTapDone(QObject * /*sender*/)

@@ -9,6 +9,7 @@
 namespace zelkam {
 
 class ZelkamMobilePlugin;
+struct UINavigationItem;
 
 /// The screen that previews one local file, under a bar with the file's name, Done, and Share
 /// when that is allowed.
@@ -49,6 +50,14 @@ public:
     /// @param sender  the bar button that was tapped; any other object leaves the popover
     /// unanchored
     void onTapShare(QObject *sender);
+
+protected:
+    QWidget *loadView() override;
+
+private:
+    class Sheet;
+
+    std::shared_ptr<UINavigationItem> navigationItem();
 };
 
 } // namespace zelkam

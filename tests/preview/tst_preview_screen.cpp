@@ -6,6 +6,8 @@
 #include "preview/preview_data_source.h"
 #include "preview/zelkam_mobile_contents_pre_view_vc.h"
 
+#include <QPlainTextEdit>
+#include <QScrollBar>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -72,6 +74,44 @@ private slots:
         QCOMPARE(screen->children().first()->view()->geometry(), QRect(0, 90, 390, 734));
         window->resize(844, 390);
         QTRY_COMPARE(screen->children().first()->view()->geometry(), QRect(0, 90, 844, 280));
+    }
+
+    void comesUpPaintedAndTakesKeysAtOnce()
+    {
+        QFile text(folder.filePath(u"long.txt"_s));
+        QVERIFY(text.open(QIODevice::WriteOnly));
+        text.write(QByteArray("A line.\n").repeated(500));
+        text.close();
+        screen = std::make_shared<ZelkamMobileContentsPreViewVC>();
+        screen->modalPresentationStyle = UIModalPresentationStyle::overFullScreen;
+        screen->filePath = URL::fromFilePath(text.fileName());
+        screen->shareOpt = true;
+        root->present(screen, true);
+        const auto bar = [this] { return screen->view()->grab({0, 40, 390, 44}).toImage(); };
+        const QImage first = bar();
+        QVERIFY(bars().isEmpty() && screen->children().isEmpty());
+        QTRY_COMPARE(bars().size(), 1);
+        QCOMPARE(bar(), first);
+        QTRY_VERIFY(qobject_cast<QPlainTextEdit *>(window->focusWidget()));
+        auto *view = static_cast<QPlainTextEdit *>(window->focusWidget());
+        const auto moves = [view](Qt::Key key) {
+            const int before = view->verticalScrollBar()->value();
+            QTest::keyClick(view, key);
+            return view->verticalScrollBar()->value() - before;
+        };
+        QCOMPARE_GT(moves(Qt::Key_PageDown), 20);
+        QCOMPARE(moves(Qt::Key_Down), 1);
+        QCOMPARE(moves(Qt::Key_Up), -1);
+        QCOMPARE_GT(moves(Qt::Key_End), 100);
+        QCOMPARE_LT(moves(Qt::Key_Home), -100);
+        // Whoever tabs sees where the keys go.
+        const auto edge = [view] { return view->parentWidget()->grab().toImage().pixel(0, 99); };
+        const QRgb unmarked = edge();
+        QTest::keyClick(view, Qt::Key_Tab);
+        QCOMPARE(edge(), unmarked);
+        QTest::keyClick(window->focusWidget(), Qt::Key_Backtab);
+        QCOMPARE(window->focusWidget(), view);
+        QVERIFY(edge() != unmarked);
     }
 
     void doneDismissesTheScreen()

@@ -95,6 +95,8 @@ void FileInfoView::paintEvent(QPaintEvent *)
 LoadingView::LoadingView(QWidget *parent) : QWidget(parent)
 {
     setAccessibleName(tr("Loading"));
+    // It keeps the keys for what takes its place.
+    setFocusPolicy(Qt::StrongFocus);
     startTimer(std::chrono::milliseconds(40));
 }
 

@@ -63,6 +63,7 @@ MediaView::MediaView(PreviewFile file, QWidget *parent)
     button->setIconSize({metrics::icon, metrics::icon});
     m_position->setFixedHeight(metrics::tapTarget);
     m_position->setAccessibleName(tr("Position"));
+    setFocusProxy(m_play);
     m_time->setFont(themeFont(TextRole::caption, font()));
     m_time->setTextFormat(Qt::PlainText);
 

@@ -10,8 +10,8 @@
 #include "platform/ui/text_view.h"
 #include "platform/ui/theme.h"
 
-#include <QCoreApplication>
-#include <QFileInfo>
+#include <QApplication>
+#include <QPainter>
 
 namespace zelkam {
 
@@ -27,7 +27,32 @@ QString sentence(const char *text)
 
 } // namespace
 
-PreviewPane::PreviewPane(QWidget *parent) : QWidget(parent)
+/// Lies over what is shown and outlines it while keys go there, for a person who uses them.
+class PreviewPane::FocusFrame : public QWidget
+{
+public:
+    explicit FocusFrame(PreviewPane &pane) : QWidget(&pane), m_pane(pane)
+    {
+        setAttribute(Qt::WA_TransparentForMouseEvents);
+        connect(qApp, &QApplication::focusChanged, this, qOverload<>(&QWidget::update));
+    }
+
+protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        const QWidget *shown = m_pane.m_shown;
+        if (!shown || !shown->hasFocus() || !window()->testAttribute(Qt::WA_KeyboardFocusChange))
+            return;
+        QPainter painter(this);
+        painter.setPen(QPen(accentColor(palette()), 2));
+        painter.drawRect(rect().adjusted(1, 1, -1, -1));
+    }
+
+private:
+    PreviewPane &m_pane;
+};
+
+PreviewPane::PreviewPane(QWidget *parent) : QWidget(parent), m_frame(new FocusFrame(*this))
 {
     setAutoFillBackground(true);
     m_patience.setSingleShot(true);
@@ -111,7 +136,9 @@ QWidget *PreviewPane::makeView(PreviewContent &content)
 
 void PreviewPane::setShown(QWidget *shown)
 {
-    const bool focused = m_shown && m_shown->isAncestorOf(QWidget::focusWidget());
+    // Also what has it within a window that is not the active one.
+    QWidget *const focus = window()->focusWidget();
+    const bool focused = m_shown && focus && (m_shown == focus || m_shown->isAncestorOf(focus));
     if (m_shown) {
         m_shown->hide();
         m_shown->deleteLater();
@@ -119,6 +146,8 @@ void PreviewPane::setShown(QWidget *shown)
     m_shown = shown;
     m_shown->setGeometry(rect());
     m_shown->show();
+    m_frame->raise();
+    setFocusProxy(m_shown);
     if (focused)
         m_shown->setFocus(Qt::OtherFocusReason);
 }
@@ -128,6 +157,7 @@ void PreviewPane::resizeEvent(QResizeEvent *event)
     QWidget::resizeEvent(event);
     if (m_shown)
         m_shown->setGeometry(rect());
+    m_frame->setGeometry(rect());
 }
 
 } // namespace zelkam

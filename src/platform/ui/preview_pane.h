@@ -33,11 +33,14 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
+    class FocusFrame;
+
     void showContent(PreviewContent content);
     QWidget *makeView(PreviewContent &content);
     void setShown(QWidget *shown);
 
     QPointer<QWidget> m_shown;
+    FocusFrame *m_frame;
     QTimer m_patience;
     int m_generation = 0; ///< tells a file that is read too late that another has taken its place
 };

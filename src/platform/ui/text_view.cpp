@@ -3,7 +3,9 @@
 #include "platform/ui/theme.h"
 
 #include <QFontDatabase>
+#include <QKeyEvent>
 #include <QLabel>
+#include <QScrollBar>
 #include <QScroller>
 
 namespace zelkam {
@@ -32,6 +34,28 @@ TextView::TextView(const QString &text, bool isCut, QWidget *parent) : QPlainTex
         m_cutNotice->setAutoFillBackground(true);
         setViewportMargins(0, 0, 0, 4 * metrics::grid);
     }
+}
+
+void TextView::keyPressEvent(QKeyEvent *event)
+{
+    // Nothing can be written here, so keys move the text and not a mark within it; with Shift they
+    // select.
+    if (!event->modifiers().testFlag(Qt::ShiftModifier)) {
+        switch (event->key()) {
+        case Qt::Key_Home:
+            return verticalScrollBar()->setValue(0);
+        case Qt::Key_End:
+            return verticalScrollBar()->setValue(verticalScrollBar()->maximum());
+        case Qt::Key_Up:
+        case Qt::Key_Down:
+        case Qt::Key_PageUp:
+        case Qt::Key_PageDown:
+            return QAbstractScrollArea::keyPressEvent(event);
+        default:
+            break;
+        }
+    }
+    QPlainTextEdit::keyPressEvent(event);
 }
 
 void TextView::resizeEvent(QResizeEvent *event)

@@ -16,6 +16,7 @@ public:
     TextView(const QString &text, bool isCut, QWidget *parent = nullptr);
 
 protected:
+    void keyPressEvent(QKeyEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
 
 private:

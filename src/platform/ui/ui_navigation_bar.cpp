@@ -97,7 +97,7 @@ void UINavigationBar::setItems(const QList<std::shared_ptr<UINavigationItem>> &i
     setAccessibleName(top ? top->title : QString());
 
     m_titleOpacity = 1.0;
-    if (animated && !isMotionReduced()) {
+    if (animated && isVisible() && !isMotionReduced()) {
         m_titleOpacity = 0.0;
         auto *fade = new QVariantAnimation(this);
         fade->setDuration(int(transitionDuration.count()));

@@ -33,6 +33,7 @@ public:
     ~UINavigationBar() override;
 
     /// Shows the last item of the list. The bar holds the items.
+    /// @param animated  whether the title fades in; not on a bar that is not on the screen yet
     void setItems(const QList<std::shared_ptr<UINavigationItem>> &items, bool animated);
     const QList<std::shared_ptr<UINavigationItem>> &items() const { return m_items; }
     UINavigationItem *topItem() const { return m_items.isEmpty() ? nullptr : m_items.last().get(); }

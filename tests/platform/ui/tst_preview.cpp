@@ -7,8 +7,10 @@
 #include "platform/ui/ui_window.h"
 #include "support/sample_files.h"
 
+#include <QAbstractButton>
 #include <QPlainTextEdit>
 #include <QSignalSpy>
+#include <QSlider>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QWheelEvent>
@@ -194,6 +196,23 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(view->isSharp(), 20000);
     }
 
+    void soundEndsWithThePreview()
+    {
+        QByteArray wav("RIFF\xc4\x38\1\0WAVEfmt \x10\0\0\0\1\0\1\0\x40\x1f\0\0\x40\x1f\0\0"
+                       "\1\0\x08\0data\xa0\x38\1\0",
+                       44);
+        const QString path = m_folder.filePath(QStringLiteral("ten seconds.wav"));
+        QVERIFY(sample::write(path, wav + QByteArray(80000, '\x80')));
+        show({path});
+        auto *play = shown()->findChild<QAbstractButton *>();
+        QVERIFY(play);
+        QTRY_VERIFY(shown()->findChild<QSlider *>()->maximum() > 0);
+        play->click();
+        QTRY_COMPARE(play->accessibleName(), QStringLiteral("Pause"));
+        m_window->setRootViewController(nullptr);
+        QTRY_COMPARE(play->accessibleName(), QStringLiteral("Play"));
+    }
+
     void anotherItemTakesThePlaceOfTheFirst()
     {
         const QString first = m_folder.filePath(QStringLiteral("first.txt"));
@@ -247,6 +266,9 @@ private slots:
                                           "'/>"
                                           "<text>a &lt; b</text>"));
         QVERIFY(kept && !kept->contains("passwd") && !kept->contains("script"));
+        const auto used = harmlessSvg(svg("<use href='/etc/passwd#a'/><use href='#b'/>"
+                                          "<a xlink:href='http://a/passwd'/>"));
+        QVERIFY(used && !used->contains("passwd") && used->contains("\"#b\""));
         QVERIFY(kept->contains("data:image/png") && kept->contains("a &lt; b"));
         QByteArray many = "<g id='e0'>" + QByteArray("<path/>").repeated(10) + "</g>";
         for (int level = 1; level < 10; ++level) {
