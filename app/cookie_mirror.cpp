@@ -25,14 +25,29 @@ bool isMarker(const QNetworkCookie &cookie)
     return cookie.domain() == markerDomain && cookie.name() == markerName;
 }
 
-/// The server in whose name a cookie is set. A secure one, as that may set every cookie.
-QUrl serverOf(const QString &host)
+/// The server in whose name a cookie is set.
+QUrl serverOf(const QString &host, bool isSecure)
 {
     QUrl url;
-    url.setScheme(QStringLiteral("https"));
+    url.setScheme(isSecure ? QStringLiteral("https") : QStringLiteral("http"));
     url.setHost(host);
     url.setPath(QStringLiteral("/"));
     return url;
+}
+
+/// The server of a download may name any domain; the web view takes only what it may set.
+bool isForView(const HTTPCookie &cookie)
+{
+    return !cookie.effectiveDomain().isEmpty() && cookie.isOfItsOrigin();
+}
+
+QNetworkCookie viewCookie(const HTTPCookie &cookie)
+{
+    QNetworkCookie result = cookie.toNetworkCookie();
+    // With its domain written out it would become a cookie of the hosts below it too.
+    if (cookie.isHostOnly)
+        result.setDomain(QString());
+    return result;
 }
 
 } // namespace
@@ -71,7 +86,7 @@ void CookieMirror::flush(std::function<void()> then)
             return;
         QNetworkCookie cookie(markerName, QByteArray::number(marker));
         cookie.setPath(QStringLiteral("/"));
-        self->m_view.setCookie(cookie, serverOf(markerDomain));
+        self->m_view.setCookie(cookie, serverOf(markerDomain, true));
         QTimer::singleShot(patience, self, [self, marker] { self->pass(marker); });
     });
 }
@@ -98,6 +113,8 @@ void CookieMirror::viewAdded(const QNetworkCookie &networkCookie)
         // it. The last echo changes nothing either, unless the page was faster than the store.
         const bool moreToCome = std::any_of(m_expected.cbegin(), m_expected.cend(), isSameSet);
         const auto stored = inStore(cookie);
+        if (moreToCome && !isEcho)
+            expected->told = cookie;
         if (moreToCome || (isEcho && stored && stored->value == cookie.value))
             return;
     }
@@ -108,7 +125,12 @@ void CookieMirror::viewRemoved(const QNetworkCookie &networkCookie)
 {
     if (isMarker(networkCookie))
         return;
-    m_removals.append(HTTPCookie::fromNetworkCookie(networkCookie));
+    const HTTPCookie cookie = HTTPCookie::fromNetworkCookie(networkCookie);
+    for (Expected &set : m_expected) {
+        if (set.cookie.hasSameIdentity(cookie))
+            set.told.reset();
+    }
+    m_removals.append(cookie);
     if (m_passedMarker == m_lastMarker)
         flush([] {});
 }
@@ -124,16 +146,11 @@ void CookieMirror::storeChanged(const HTTPCookie &cookie)
 
 void CookieMirror::setInView(const HTTPCookie &cookie)
 {
-    const QString host = cookie.effectiveDomain();
-    // The server of a download may name any domain; the web view takes only what it may set.
-    if (host.isEmpty() || !cookie.isOfItsOrigin())
+    if (!isForView(cookie))
         return;
-    QNetworkCookie networkCookie = cookie.toNetworkCookie();
-    // With its domain written out it would become a cookie of the hosts below it too.
-    if (cookie.isHostOnly)
-        networkCookie.setDomain(QString());
     m_expected.append({cookie, m_lastMarker});
-    m_view.setCookie(networkCookie, serverOf(host));
+    m_view.setCookie(viewCookie(cookie),
+                     serverOf(cookie.effectiveDomain(), !cookie.isFromInsecureOrigin));
     // Its marker tells that the web view did not take the cookie, if that is so.
     if (m_passedMarker == m_lastMarker)
         flush([] {});
@@ -141,15 +158,14 @@ void CookieMirror::setInView(const HTTPCookie &cookie)
 
 void CookieMirror::removeFromView(const HTTPCookie &cookie)
 {
-    const QString host = cookie.effectiveDomain();
-    if (host.isEmpty())
+    if (!isForView(cookie))
         return;
-    // Set with an expiry in the past, as deleting by name would take its namesakes of other paths.
-    QNetworkCookie networkCookie = cookie.toNetworkCookie();
-    if (cookie.isHostOnly)
-        networkCookie.setDomain(QString());
+    // Set with an expiry in the past, as deleting by name would take its namesakes of other paths;
+    // and in the name of a secure server only where such a one was removed, so that a newer secure
+    // one stays.
+    QNetworkCookie networkCookie = viewCookie(cookie);
     networkCookie.setExpirationDate(QDateTime::fromSecsSinceEpoch(1));
-    m_view.setCookie(networkCookie, serverOf(host));
+    m_view.setCookie(networkCookie, serverOf(cookie.effectiveDomain(), cookie.isSecure));
 }
 
 std::optional<HTTPCookie> CookieMirror::inStore(const HTTPCookie &identity) const
@@ -181,7 +197,10 @@ void CookieMirror::pass(quint64 marker)
         if (stored && stored->value == cookie.value)
             changeStore([&] { m_store.deleteCookie(*stored); });
     }
-    m_expected.removeIf([marker](const Expected &set) { return set.marker < marker; });
+    while (!m_expected.isEmpty() && m_expected.first().marker < marker) {
+        if (const auto told = m_expected.takeFirst().told)
+            changeStore([&] { m_store.setCookie(*told); });
+    }
     while (!m_waiting.isEmpty() && m_waiting.first().first <= marker) {
         const auto then = std::move(m_waiting.first().second);
         m_waiting.removeFirst();

@@ -22,7 +22,9 @@ namespace zelkam {
 /// only if no addition followed.
 ///
 /// A cookie of the store with an empty domain becomes the web view's host-only cookie of the
-/// server that gave it; one whose server is not known stays out of the web view.
+/// server that gave it. One whose server is not known, or has no right to its domain, stays out of
+/// the web view. One that came in the clear is offered to it as such, so that the web view
+/// protects its secure cookies itself.
 ///
 /// Main thread only; the store may be changed on any.
 class CookieMirror : public QObject
@@ -54,6 +56,7 @@ private:
     {
         HTTPCookie cookie;
         quint64 marker; ///< once a later one has passed, the view did not take the cookie
+        std::optional<HTTPCookie> told = std::nullopt; ///< and then this is what it holds instead
     };
 
     QWebEngineCookieStore &m_view;

@@ -21,11 +21,10 @@ QString ZelkamMobileFileDownloadUtil::getRootURL(const std::optional<URL> &url) 
 void ZelkamMobileFileDownloadUtil::saveCookieStore(const QList<HTTPCookie> &cookies,
                                                    const QString &host) const
 {
-    for (HTTPCookie cookie : cookies) {
+    for (const HTTPCookie &cookie : cookies) {
         // A session of a server is only taken from that server itself, by its exact name.
         if (cookie.name == u"JSESSIONID" && cookie.domain != host)
             continue;
-        cookie.originHost = host;
         HTTPCookieStorage::shared().setCookie(cookie);
     }
 }
@@ -39,8 +38,10 @@ void ZelkamMobileFileDownloadUtil::saveResponseCookies(const URL &temporaryFile,
     const auto root = URL::fromString(getRootURL(temporaryFile));
     if (!http || !root)
         return;
-    saveCookieStore(HTTPCookie::cookies(http->allHeaderFields(), *root),
-                    response.url().host().value_or(QString()));
+    QList<HTTPCookie> cookies = HTTPCookie::cookies(http->allHeaderFields(), *root);
+    for (HTTPCookie &cookie : cookies)
+        cookie.setOrigin(response.url());
+    saveCookieStore(cookies, response.url().host().value_or(QString()));
 }
 
 } // namespace zelkam

@@ -9,10 +9,13 @@ namespace zelkam {
 
 namespace {
 
-qsizetype sizeOf(const HTTPCookie &cookie)
+/// The sizes of RFC 6265bis, 5.6 and 5.7.
+bool isTooLarge(const HTTPCookie &cookie)
 {
-    return cookie.name.toUtf8().size() + cookie.value.toUtf8().size() +
-           cookie.domain.toUtf8().size() + cookie.path.toUtf8().size();
+    using Store = HTTPCookieStorage;
+    return cookie.name.toUtf8().size() + cookie.value.toUtf8().size() > Store::maxPairBytes ||
+           cookie.domain.toUtf8().size() > Store::maxAttributeBytes ||
+           cookie.path.toUtf8().size() > Store::maxAttributeBytes;
 }
 
 // The web view keeps dates by the second, and spells out a domain that is empty here. Its echo of
@@ -22,8 +25,8 @@ bool isEcho(const HTTPCookie &a, const HTTPCookie &b)
     const auto second = [](const HTTPCookie &cookie) {
         return cookie.expiresDate ? cookie.expiresDate->toSecsSinceEpoch() : -1;
     };
-    return a.hasSameIdentity(b) && a.value == b.value && a.isSecure == b.isSecure &&
-           a.isHTTPOnly == b.isHTTPOnly && second(a) == second(b);
+    return a.hasSameIdentity(b) && a.value == b.value && a.isOfItsOrigin() == b.isOfItsOrigin() &&
+           a.isSecure == b.isSecure && a.isHTTPOnly == b.isHTTPOnly && second(a) == second(b);
 }
 
 } // namespace
@@ -39,15 +42,35 @@ struct HTTPCookieStorage::Data
         });
     }
 
-    template<typename Predicate>
-    void evictOldest(Predicate among, qsizetype limit, Changes &changes)
+    Changes remove(QList<HTTPCookie>::iterator stored)
     {
-        qsizetype surplus = std::count_if(cookies.begin(), cookies.end(), among) - limit;
-        for (; surplus > 0; --surplus) {
-            const auto oldest = std::find_if(cookies.begin(), cookies.end(), among);
-            changes.emplace_back(Change::removed, *oldest);
-            cookies.erase(oldest);
-        }
+        if (stored == cookies.end())
+            return {};
+        const HTTPCookie removed = *stored;
+        cookies.erase(stored);
+        return {{Change::removed, removed}};
+    }
+
+    template<typename Predicate>
+    void forgetOldest(Predicate among, qsizetype surplus)
+    {
+        if (surplus > 0)
+            cookies.removeIf([&](const auto &cookie) { return among(cookie) && surplus-- > 0; });
+    }
+
+    void keepLimits(const HTTPCookie &newest)
+    {
+        // Those that are trusted share their domain's room, not that of a server.
+        const auto isOfSameServer = [&](const HTTPCookie &cookie) {
+            return cookie.originHost == newest.originHost &&
+                   (!newest.originHost.isEmpty() ||
+                    cookie.effectiveDomain() == newest.effectiveDomain());
+        };
+        const qsizetype ofServer = std::count_if(cookies.begin(), cookies.end(), isOfSameServer);
+        forgetOldest(isOfSameServer, ofServer - maxCookiesPerServer);
+        forgetOldest([](const HTTPCookie &cookie) { return !cookie.originHost.isEmpty(); },
+                     cookies.size() - maxCookies);
+        forgetOldest([](const HTTPCookie &) { return true; }, cookies.size() - maxCookies);
     }
 
     void notify(const Changes &changes)
@@ -104,27 +127,31 @@ QList<HTTPCookie> HTTPCookieStorage::cookies(const URL &forURL) const
 
 void HTTPCookieStorage::setCookie(const HTTPCookie &cookie)
 {
-    if (cookie.isExpired())
-        return deleteCookie(cookie);
-    if (!cookie.isSendable() || sizeOf(cookie) > maxCookieBytes)
+    if (!cookie.isSendable() || isTooLarge(cookie))
+        return;
+    if (cookie.isSecure && cookie.isFromInsecureOrigin)
         return;
     Data::Changes changes;
     {
         const std::lock_guard lock(m_data->mutex);
-        m_data->cookies.removeIf([](const HTTPCookie &stored) { return stored.isExpired(); });
-        const auto stored = m_data->find(cookie);
-        if (stored != m_data->cookies.end() && isEcho(*stored, cookie))
+        auto &cookies = m_data->cookies;
+        cookies.removeIf([](const HTTPCookie &stored) { return stored.isExpired(); });
+        const auto isInTheWay = [&](const HTTPCookie &stored) {
+            return cookie.mustLeaveAlone(stored);
+        };
+        if (std::any_of(cookies.cbegin(), cookies.cend(), isInTheWay))
             return;
-        if (stored != m_data->cookies.end())
-            *stored = cookie;
-        else
-            m_data->cookies += cookie;
-        const QString domain = cookie.effectiveDomain();
-        m_data->evictOldest(
-            [&](const HTTPCookie &other) { return other.effectiveDomain() == domain; },
-            maxCookiesPerDomain, changes);
-        m_data->evictOldest([](const HTTPCookie &) { return true; }, maxCookies, changes);
-        changes.emplace_back(Change::set, cookie);
+        const auto stored = m_data->find(cookie);
+        if (cookie.isExpired()) {
+            changes = m_data->remove(stored);
+        } else if (stored == cookies.end() || !isEcho(*stored, cookie)) {
+            if (stored == cookies.end())
+                cookies += cookie;
+            else
+                *stored = cookie;
+            m_data->keepLimits(cookie);
+            changes.emplace_back(Change::set, cookie);
+        }
     }
     m_data->notify(changes);
 }
@@ -134,11 +161,7 @@ void HTTPCookieStorage::deleteCookie(const HTTPCookie &cookie)
     Data::Changes changes;
     {
         const std::lock_guard lock(m_data->mutex);
-        const auto stored = m_data->find(cookie);
-        if (stored == m_data->cookies.end())
-            return;
-        changes.emplace_back(Change::removed, *stored);
-        m_data->cookies.erase(stored);
+        changes = m_data->remove(m_data->find(cookie));
     }
     m_data->notify(changes);
 }

@@ -12,17 +12,19 @@ namespace zelkam {
 /// The cookies of the application, shared by its transfers and its web content. In memory only:
 /// what outlives the program is the web view's business, which is kept in step by an observer.
 ///
-/// Expired cookies are dropped. The limits are those of RFC 6265, 6.1: 4096 bytes for name,
-/// value and attributes of a cookie, 50 cookies a domain, 3000 in all; beyond them the expired
-/// cookies go first, then the oldest.
+/// Expired cookies are dropped. Beyond the limits the oldest cookies are forgotten: those of the
+/// same server first, and in all those first that came from servers, so that none of them can push
+/// out the cookies of the web view. Each limit is wider than a browser's (RFC 6265, 6.1, asks for
+/// less), so that it is the web view that forgets.
 ///
 /// All operations may be called from any thread.
 class HTTPCookieStorage
 {
 public:
-    static constexpr qsizetype maxCookieBytes = 4096;
-    static constexpr qsizetype maxCookiesPerDomain = 50;
-    static constexpr qsizetype maxCookies = 3000;
+    static constexpr qsizetype maxPairBytes = 4096;      ///< of name and value together
+    static constexpr qsizetype maxAttributeBytes = 1024; ///< of the domain, and of the path
+    static constexpr qsizetype maxCookiesPerServer = 400;
+    static constexpr qsizetype maxCookies = 6000;
 
     enum class Change { set, removed };
     using Observer = std::function<void(Change, const HTTPCookie &)>;
@@ -46,7 +48,8 @@ public:
 
     /// Adds a cookie or replaces the one of the same identity, which keeps its place. A cookie
     /// that has expired removes that one instead. One without a name or beyond the size limit
-    /// is ignored, as is one that equals what is stored.
+    /// is ignored, as is one that equals what is stored, a secure one that came in the clear, and
+    /// one that must leave a stored one alone.
     void setCookie(const HTTPCookie &cookie);
 
     /// Removes the cookie of the same identity.
@@ -54,8 +57,8 @@ public:
 
     /// Calls the observer after each change, on the thread that made it and with no lock held, so
     /// it may call the store. Changes of several threads may be told in another order than they
-    /// were made in; cookies() is the truth. That a cookie has expired is not told: whoever copied
-    /// it knows its date too.
+    /// were made in; cookies() is the truth. That a cookie has expired is not told, as whoever
+    /// copied it knows its date too, nor that one was forgotten: a copy has limits of its own.
     [[nodiscard]] Observation observe(Observer observer);
 
 private:

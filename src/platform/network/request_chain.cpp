@@ -179,7 +179,14 @@ std::optional<URLError> RequestChain::follow(int status, const QByteArray &locat
 
 void RequestChain::keep(const QList<HTTPCookie> &cookies)
 {
+    const QList<HTTPCookie> others =
+        HTTPCookieStorage::shared().cookies().value_or(QList<HTTPCookie>()) + m_cookies;
     for (const HTTPCookie &cookie : cookies) {
+        const bool isKeptOut =
+            std::any_of(others.begin(), others.end(),
+                        [&](const HTTPCookie &other) { return cookie.mustLeaveAlone(other); });
+        if (isKeptOut)
+            continue;
         m_cookies.removeIf([&](const HTTPCookie &old) { return old.hasSameIdentity(cookie); });
         m_cookies += cookie;
     }

@@ -56,7 +56,7 @@ private slots:
         row("default path", "a=1", "http://h.example/x/y?z", {u"a=1 h.example /x host"_s});
         row("comma in the date",
             "a=1; Expires=Wed, 09 Jun 2120 10:18:14 GMT\nb=2; Secure; HttpOnly",
-            "http://h.example/",
+            "https://h.example/",
             {u"a=1 h.example / host dated"_s, u"b=2 h.example / host secure http"_s});
         row("domain as written", "a=1; Domain=example.org", "http://h.example.org/",
             {u"a=1 example.org /"_s});
@@ -66,11 +66,22 @@ private slots:
         row("one label", "a=1; Domain=LocalHost", "http://localhost/", {u"a=1 localhost / host"_s});
         row("somebody else's domain", "a=1; Domain=other.org", "http://h.example.org/", {});
         row("domain below the host", "a=1; Domain=x.example.org", "http://example.org/", {});
-        row("public suffix", "a=1; Domain=com", "http://h.com/", {});
+        row("a public suffix's own host", "a=1; Domain=co.uk", "http://co.uk/",
+            {u"a=1 co.uk / host"_s});
+        row("secure in the clear", "a=1; Secure", "http://h.example/", {});
+        row("promises that are kept",
+            "__Host-a=1; Secure; Path=/\n__Secure-b=2; Secure; Domain=h.org", "https://h.org/",
+            {u"__Host-a=1 h.org / host secure"_s, u"__Secure-b=2 h.org / secure"_s});
+        row("promises that are broken",
+            "__host-a=1; Path=/\n__Host-b=2; Secure; Path=/x\n__Host-c=3; Secure\n"
+            "__Host-d=4; Secure; Path=/; Domain=h.org\n__SECURE-e=5",
+            "https://h.org/", {});
         row("no host to compare with", "a=1\nb=2; Domain=h.org; Path=/p", "file://",
             {u"a=1  / host"_s, u"b=2 h.org /p"_s});
         row("Max-Age goes before Expires",
             "a=1; Max-Age=100; Expires=Wed, 09 Jun 2010 10:18:14 GMT", "http://h.example/",
+            {u"a=1 h.example / host dated"_s});
+        row("an age beyond any number", "a=1; Max-Age=99999999999999999999", "http://h.example/",
             {u"a=1 h.example / host dated"_s});
         row("gone at once", "a=1; Max-Age=0", "http://h.example/",
             {u"a=1 h.example / host dated expired"_s});
@@ -171,16 +182,32 @@ private slots:
     void limits()
     {
         HTTPCookieStorage store;
-        store.setCookie(cookie(u"big"_s, QString(4097, u'x')));
+        QStringList heard;
+        const auto observation =
+            store.observe([&](HTTPCookieStorage::Change change, const auto &c) {
+                if (change == HTTPCookieStorage::Change::removed)
+                    heard += c.name;
+            });
+        const auto give = [&](int count, const QString &domain, const char *source) {
+            for (int i = 0; i < count; ++i) {
+                HTTPCookie given = cookie(QString::number(i), u"v"_s, domain);
+                if (source)
+                    given.setOrigin(urlOf(source));
+                store.setCookie(given);
+            }
+        };
+        store.setCookie(cookie(u"big"_s, QString(4094, u'x')));
         QCOMPARE(store.cookies()->size(), 0);
-        for (int i = 0; i < 51; ++i)
-            store.setCookie(cookie(QString::number(i)));
-        QCOMPARE(store.cookies()->size(), 50);
-        QCOMPARE(store.cookies()->first().name, u"1"_s);
-        for (int i = 0; i < 3000; ++i)
-            store.setCookie(cookie(u"n"_s, u"v"_s, u"h%1.org"_s.arg(i)));
-        QCOMPARE(store.cookies()->size(), 3000);
-        QCOMPARE(store.cookies()->first().domain, u"h0.org"_s);
+        give(180, u"h.example"_s, nullptr); // as many as a web view keeps
+        give(401, u".h.example"_s, "http://other.example/");
+        QCOMPARE(store.cookies()->size(), 580);
+        QCOMPARE(store.cookies()->at(0).name, u"0"_s);
+        QCOMPARE(store.cookies()->at(180).name, u"1"_s);
+        for (int i = 0; i < 15; ++i)
+            give(400, u"%1.x.example"_s.arg(i), qPrintable(u"http://x%1.example/"_s.arg(i)));
+        QCOMPARE(store.cookies()->size(), 6000);
+        QCOMPARE(store.cookies()->at(179).domain, u"h.example"_s);
+        QVERIFY(heard.isEmpty());
     }
 
     void observersHearChangesAndMayAnswer()
@@ -195,7 +222,7 @@ private slots:
                     store.setCookie(HTTPCookie::fromNetworkCookie(c.toNetworkCookie()));
             });
         HTTPCookie given = cookie(u"a"_s, u"1"_s, {});
-        given.originHost = u"h.example"_s;
+        given.setOrigin(urlOf("http://h.example/x"));
         given.expiresDate = QDateTime::currentDateTimeUtc().addSecs(1000);
         store.setCookie(given);
         QCOMPARE(store.cookies()->first().domain, QString());

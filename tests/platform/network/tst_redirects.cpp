@@ -1,5 +1,6 @@
 #include "download_probe.h"
 #include "platform/network/http_cookie_storage.h"
+#include "platform/network/request_chain.h"
 #include "support/http_test_server.h"
 
 #include <atomic>
@@ -110,6 +111,17 @@ private slots:
         QCOMPARE(sent[2].header("Cookie"), "theirs=2; hop=4");
         QCOMPARE(sent[3].header("Cookie"), "mine=1; hop=3");
         QCOMPARE(store.cookies()->size(), 2); // those of redirects are not stored
+    }
+
+    void aRedirectInTheClearSetsNoCookieOverASecureOne()
+    {
+        HTTPCookie secure(u"sid"_s, u"own"_s, u"h.example"_s, {});
+        secure.isSecure = true;
+        HTTPCookieStorage::shared().setCookie(secure);
+        RequestChain chain(requestFor(u"http://h.example/"_s));
+        QVERIFY(!chain.follow(302, "https://h.example/",
+                              {{u"Set-Cookie"_s, u"sid=evil; Path=/\nlang=de; Path=/"_s}}));
+        QVERIFY(chain.headerLines().contains("Cookie: sid=own; lang=de"));
     }
 
     void cookiesOfARedirectJoinThoseOfTheRequest()
