@@ -7,6 +7,7 @@
 #include "platform/ui/ui_window.h"
 
 #include <QLineEdit>
+#include <QPainter>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QSignalSpy>
@@ -250,6 +251,24 @@ private slots:
         QCOMPARE(navigation->popViewController(false), leaf);
         QVERIFY(!navigation->popViewController(false));
         QTRY_VERIFY(m_log.contains(QLatin1String("leaf gone")));
+    }
+
+    void busyMarkTurnsOrPulses()
+    {
+        // How dark a quarter of a ring is at its start and on the other side.
+        const auto drawn = [](double turns) {
+            QImage image(40, 40, QImage::Format_ARGB32_Premultiplied);
+            image.fill(Qt::transparent);
+            QPainter painter(&image);
+            painter.setPen(QPen(Qt::black, 6));
+            drawBusyArc(painter, QRectF(4, 4, 32, 32), 90, turns);
+            return QPair(qAlpha(image.pixel(31, 8)), qAlpha(image.pixel(8, 31)));
+        };
+        QCOMPARE(drawn(0.0), QPair(255, 0));
+        QVERIFY(drawn(1.0).first < 100 && drawn(2.0) == drawn(0.0));
+        QVERIFY(drawn(0.5).first > 100 && drawn(0.5).second == 0);
+        setMotionReduced(false);
+        QCOMPARE(drawn(0.5), QPair(0, 255));
     }
 
     void pinnedWidgetsFollowTheSafeArea()
