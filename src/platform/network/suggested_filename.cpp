@@ -43,12 +43,19 @@ QString cleaned(const QString &name)
     return clean;
 }
 
+// Who saves the file percent-decodes its path, and makes URLs of the bare path and of its encoded
+// form, in which these characters begin something else.
+bool hasMeaningInUrl(QChar c)
+{
+    return c == u'%' || c == u'?' || c == u'#' || c == u'[' || c == u']';
+}
+
 QString harmless(const QString &name)
 {
     QString clean = cleaned(name);
-    for (auto decoded = removingPercentEncoding(clean); decoded && cleaned(*decoded) != *decoded;
-         decoded = removingPercentEncoding(clean))
+    if (const auto decoded = removingPercentEncoding(clean))
         clean = cleaned(*decoded);
+    std::replace_if(clean.begin(), clean.end(), hasMeaningInUrl, u'_');
     return clean;
 }
 
@@ -84,13 +91,7 @@ QString shortened(const QString &name)
     qsizetype size = maxNameBytes - utf8Size(extension);
     while (size > 0 && (static_cast<unsigned char>(stem[size]) & 0xC0) == 0x80)
         --size;
-    QString kept = QString::fromUtf8(stem.left(size));
-    // Nor is an escape cut, or the several that make one character.
-    if (removingPercentEncoding(name)) {
-        while (!kept.isEmpty() && !removingPercentEncoding(kept))
-            kept.chop(1);
-    }
-    return cleaned(kept + extension);
+    return cleaned(QString::fromUtf8(stem.left(size)) + extension);
 }
 
 } // namespace

@@ -29,7 +29,8 @@ public:
     /// Absent when neither gives a name.
     ///
     /// Whatever the server sent, the name is one harmless path component: no separator, control
-    /// or direction-changing character, never "." or "..", at most 255 bytes of UTF-8.
+    /// or direction-changing character, never "." or "..", at most 255 bytes of UTF-8. It is the
+    /// same name after percent-decoding, and as a part of a bare path that is read as a URL.
     virtual std::optional<QString> suggestedFilename() const;
 
 private:

@@ -1,5 +1,9 @@
+#include "platform/network/header_text.h"
 #include "platform/network/url_response.h"
 
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
 #include <QtTest>
 
 using namespace zelkam;
@@ -42,8 +46,10 @@ private slots:
         server("other separator", u"a; filename*=UTF-8''..%5Ca.pdf"_s, u"a.pdf"_s);
         server("encoded way up", u"a; filename=\"%2e%2e%2fa.pdf\""_s, u"a.pdf"_s);
         server("twice encoded way up", u"a; filename=\"%252fb%2Fc%2Fa.pdf\""_s, u"a.pdf"_s);
-        server("harmless escapes stay", u"a; filename=\"%ED%95%9C.pdf\""_s, u"%ED%95%9C.pdf"_s);
-        server("a real percent sign", u"a; filename=\"50% off.pdf\""_s, u"50% off.pdf"_s);
+        server("harmless escapes", u"a; filename=\"%ED%95%9C.pdf\""_s, u"\ud55c.pdf"_s);
+        server("a real percent sign", u"a; filename=\"50% off.pdf\""_s, u"50_ off.pdf"_s);
+        server("what a URL reads as more than a name", u"a; filename=\"a%2525?b#c[1].pdf\""_s,
+               u"a_25_b_c_1_.pdf"_s);
         server("control characters", u"a; filename*=UTF-8''a%00%0a%7f%c2%85b.pdf"_s, u"ab.pdf"_s);
         server("direction override", u"a; filename*=UTF-8''a%e2%80%aefdp.exe"_s, u"afdp.exe"_s);
         server("only dots", u"a; filename=\"..\""_s, u"url.bin"_s);
@@ -52,7 +58,7 @@ private slots:
         server("no name", u"attachment"_s, u"url.bin"_s);
 
         url("last piece, decoded once", u"http://h/a/%E2%82%AC%2525.pdf?x=/y"_s, {},
-            u"\u20ac%25.pdf"_s);
+            u"\u20ac_.pdf"_s);
         url("encoded separator", u"http://h/a%2Fb.pdf"_s, {}, u"b.pdf"_s);
         url("folder", u"http://h/dir/"_s, {}, u"dir"_s);
         url("extension of the type", u"http://h/report"_s, u"application/pdf; x=y"_s,
@@ -83,16 +89,32 @@ private slots:
         QCOMPARE(response.suggestedFilename().value_or(QString()), name);
     }
 
-    void longNamesAreCutBeforeTheExtension_data()
+    void publishedFields_data()
     {
-        QTest::addColumn<QString>("character");
-        QTest::newRow("between characters") << u"\u20ac"_s;
-        QTest::newRow("between escapes that make one") << u"%E2%82%AC"_s;
+        QTest::addColumn<QString>("field");
+        QTest::addColumn<QString>("name"); // null: absent
+        QFile file(QFINDTESTDATA("../../data/content_disposition.json"));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const auto fields = QJsonDocument::fromJson(file.readAll())[u"fields"_s].toArray();
+        QVERIFY(!fields.isEmpty());
+        for (const auto &row : fields) {
+            const bool departs = !row[u"because"_s].toString().isEmpty();
+            QTest::newRow(qPrintable(row[u"name"_s].toString()))
+                << headerText(row[u"header"_s].toString().toLatin1())
+                << row[departs ? u"ours"_s : u"file"_s].toString();
+        }
+    }
+    void publishedFields()
+    {
+        QFETCH(const QString, field);
+        const HTTPURLResponse response(*URL::fromString(u"http://h/"_s), 200,
+                                       {{u"Content-Disposition"_s, field}});
+        QTEST(response.suggestedFilename().value_or(QString()), "name");
     }
 
     void longNamesAreCutBeforeTheExtension()
     {
-        QFETCH(const QString, character);
+        const QString character = u"\u20ac"_s;
         const QString longName = u'a' + character.repeated(200) + u".docx"_s;
         const HTTPURLResponse response(*URL::fromString(u"http://h/"_s), 200,
                                        {{u"Content-Disposition"_s, u"a; filename="_s + longName}});
