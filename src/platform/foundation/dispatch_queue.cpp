@@ -5,11 +5,11 @@
 #include <chrono>
 #include <condition_variable>
 #include <deque>
-#include <map>
+#include <list>
 #include <mutex>
+#include <pthread.h>
 #include <thread>
 #include <utility>
-#include <vector>
 
 namespace zelkam {
 
@@ -41,10 +41,17 @@ public:
         m_work.push_back(std::move(work));
         if (m_idle >= m_work.size() || m_threads.size() == maxThreads) {
             m_workCame.notify_one();
-        } else {
-            std::thread thread(&BackgroundPool::run, this);
-            const auto id = thread.get_id();
-            m_threads.emplace(id, std::move(thread));
+            return;
+        }
+        const auto place = m_threads.emplace(m_threads.end());
+        try {
+            *place = std::thread(&BackgroundPool::run, this, place);
+        } catch (...) { // no memory, or no thread
+            m_threads.erase(place);
+            if (!m_threads.empty())
+                return; // the others get to the work
+            m_work.pop_back();
+            throw;
         }
     }
 
@@ -52,8 +59,9 @@ private:
     static constexpr std::size_t maxThreads = 64;
     static constexpr std::chrono::seconds idleTime{5};
 
-    void run()
+    void run(std::list<std::thread>::iterator place)
     {
+        ::pthread_setname_np(::pthread_self(), "zelkam-work"); // not that of its creator
         std::unique_lock lock(m_mutex);
         const auto hasWorkOrEnds = [this] { return !m_work.empty() || m_isEnding; };
         for (;;) {
@@ -69,7 +77,7 @@ private:
             work = nullptr;
             lock.lock();
         }
-        m_ended.push_back(std::move(m_threads.extract(std::this_thread::get_id()).mapped()));
+        m_ended.splice(m_ended.end(), m_threads, place);
         m_threadEnded.notify_all();
     }
 
@@ -85,8 +93,8 @@ private:
     std::condition_variable m_workCame;
     std::condition_variable m_threadEnded;
     std::deque<DispatchQueue::Work> m_work;
-    std::map<std::thread::id, std::thread> m_threads;
-    std::vector<std::thread> m_ended;
+    std::list<std::thread> m_threads;
+    std::list<std::thread> m_ended;
     std::size_t m_idle = 0;
     bool m_isEnding = false;
 };
@@ -177,7 +185,13 @@ struct DispatchQueue::Serial : std::enable_shared_from_this<Serial>
             if (std::exchange(running, true))
                 return;
         }
-        backgroundPool().start([self = shared_from_this()] { self->drain(); });
+        try {
+            backgroundPool().start([self = shared_from_this()] { self->drain(); });
+        } catch (...) { // no memory, or no thread: the next work starts the queue
+            const std::lock_guard lock(mutex);
+            running = false;
+            throw;
+        }
     }
 
     void drain()
