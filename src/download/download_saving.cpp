@@ -8,6 +8,7 @@
 #include "platform/foundation/file_manager.h"
 #include "platform/foundation/file_reader.h"
 #include "platform/foundation/percent_encoding.h"
+#include "platform/images/picture.h"
 #include "platform/images/ui_image.h"
 #include "platform/network/url_response.h"
 #include "platform/photos/saved_photos_album.h"
@@ -33,6 +34,17 @@ QString timeStamp()
 QString lastPathComponent(const QString &path)
 {
     return path.section(u'/', -1, -1, QString::SectionSkipEmpty);
+}
+
+/// The server chose how long the file is: only what begins as an image and has the size of one
+/// is read into memory.
+std::optional<UIImage> imageAt(const URL &url)
+{
+    const auto file = openContentsOf(url);
+    if (!file || file->size() > largestPictureFile || !pictureTypeIdentifier(file->head(16)))
+        return std::nullopt;
+    const auto data = file->readAll();
+    return data ? UIImage::fromData(*data) : std::nullopt;
 }
 
 } // namespace
@@ -93,8 +105,7 @@ bool ZelkamMobileFileDownloadUtil::saveToAlbum(const QString &path) const
         return true;
     // The bare path is the URL, with no scheme put before it; the file reader takes it so.
     const auto url = URL::fromString(path);
-    const auto data = url ? dataWithContentsOf(*url) : std::nullopt;
-    const auto image = data ? UIImage::fromData(*data) : std::nullopt;
+    const auto image = url ? imageAt(*url) : std::nullopt;
     if (!image) {
         replyError(CommandStatus::INVALID_PARAM);
         return false;

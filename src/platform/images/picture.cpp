@@ -8,7 +8,6 @@ namespace zelkam {
 
 namespace {
 
-constexpr qint64 largestFile = 256LL << 20;
 constexpr qint64 largestVectorFile = 4LL << 20;
 
 bool looksLikeSvg(const QByteArray &data)
@@ -75,7 +74,7 @@ std::optional<UIImage> decodePictureForThumbnail(const QByteArray &data,
 std::optional<QByteArray> readPictureFile(const QString &path)
 {
     const auto file = RegularFile::open(path);
-    return file && file->size() <= largestFile ? file->readAll() : std::nullopt;
+    return file && file->size() <= largestPictureFile ? file->readAll() : std::nullopt;
 }
 
 } // namespace zelkam

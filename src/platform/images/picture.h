@@ -28,8 +28,11 @@ std::optional<UIImage> decodePicture(const QByteArray &data, QSize stretchedTo);
 std::optional<UIImage> decodePictureForThumbnail(const QByteArray &data,
                                                  const std::function<QSize(QSize)> &target);
 
-/// The bytes of a picture file; nothing when it is no regular file, cannot be read, or has
-/// more than 256 MiB, which no camera's file has.
+/// In bytes. No camera's file has more.
+constexpr qint64 largestPictureFile = 256LL << 20;
+
+/// The bytes of a picture file; nothing when it is no regular file, cannot be read, or is larger
+/// than largestPictureFile.
 std::optional<QByteArray> readPictureFile(const QString &path);
 
 } // namespace zelkam
