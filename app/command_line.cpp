@@ -22,6 +22,9 @@ struct Option
 constexpr std::array options{
     Option{"real-server-url", "URL", "base for relative addresses (default: the page's origin)"},
     Option{"allow-origin", "ORIGIN", "a further origin that may call (repeatable)"},
+    Option{"max-download", "MIB", "refuse larger files (default: 16384, 4096 of them unpacked)"},
+    Option{"allow-unsafe-redirects", nullptr,
+           "downloads may be redirected to private networks and to http; for development"},
     Option{"temp-dir", "DIR", "the application's temporary directory"},
     Option{"pictures-dir", "DIR", "photo library and album (default: the user's pictures folder)"},
     Option{"camera-image", "FILE", "a picture before a virtual camera (default: a real camera)"},
@@ -74,6 +77,7 @@ public:
                 refuse(name, u"needs a value"_s);
         }
         readServer();
+        readDownloads();
         readFolders();
         readDevice();
         readSystem();
@@ -114,6 +118,17 @@ private:
             else
                 refuse(u"allow-origin"_s,
                        u"is not an origin such as https://example.org:8443: %1"_s.arg(text));
+        }
+    }
+
+    void readDownloads()
+    {
+        result.allowUnsafeRedirects = m_parser.isSet(u"allow-unsafe-redirects"_s);
+        if (const auto limit = value(u"max-download"_s)) {
+            bool isNumber = false;
+            result.maximumDownload = qint64(limit->toUInt(&isNumber)) << 20;
+            if (!isNumber || *result.maximumDownload == 0)
+                refuse(u"max-download"_s, u"is a number of mebibytes: %1"_s.arg(*limit));
         }
     }
 

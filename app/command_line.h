@@ -36,7 +36,9 @@ struct HostOptions
     bool offscreen = false;
     QString screenshotsDirectory; ///< absolute; empty for none
     bool tour = false;
-    QList<PickerAnswer> pickerAnswers; ///< for the pickers that come, in order
+    bool allowUnsafeRedirects = false;
+    std::optional<qint64> maximumDownload; ///< in bytes
+    QList<PickerAnswer> pickerAnswers;     ///< for the pickers that come, in order
     quint16 remoteDebuggingPort = 0;
 };
 

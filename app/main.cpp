@@ -12,6 +12,7 @@
 #include "platform/foundation/file_manager.h"
 #include "platform/foundation/file_reader.h"
 #include "platform/foundation/system_version.h"
+#include "platform/network/url_session.h"
 #include "platform/photos/saved_photos_album.h"
 #include "platform/photos_ui/camera_device.h"
 #include "platform/ui/theme.h"
@@ -99,6 +100,11 @@ int main(int argc, char **argv)
         if (!QDir().mkpath(folder) || !QFileInfo(folder).isWritable())
             return usageError(QStringLiteral("--screenshots cannot be used: %1").arg(folder));
     }
+    auto downloads = URLSessionConfiguration::defaultConfiguration();
+    downloads.allowsUnsafeRedirects = options.allowUnsafeRedirects;
+    downloads.maximumBodySize = options.maximumDownload.value_or(downloads.maximumBodySize);
+    downloads.maximumDecodedSize = options.maximumDownload.value_or(downloads.maximumDecodedSize);
+    URLSessionConfiguration::setDefaultConfiguration(downloads);
     if (!options.picturesDirectory.isEmpty())
         setPicturesDirectory(options.picturesDirectory);
     setVirtualCameraImage(options.cameraImage);

@@ -152,6 +152,10 @@
             <translation>Der Server hat die Anfrage an eine Adresse umgeleitet, die nicht unterstützt wird.</translation>
         </message>
         <message>
+            <source>The server redirected the request to a place that is not allowed.</source>
+            <translation>Der Server hat die Anfrage an einen Ort umgeleitet, der nicht erlaubt ist.</translation>
+        </message>
+        <message>
             <source>The server sent an answer that is not valid.</source>
             <translation>Der Server hat eine ungültige Antwort gesendet.</translation>
         </message>

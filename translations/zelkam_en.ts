@@ -152,6 +152,10 @@
             <translation type="unfinished" />
         </message>
         <message>
+            <source>The server redirected the request to a place that is not allowed.</source>
+            <translation type="unfinished" />
+        </message>
+        <message>
             <source>The server sent an answer that is not valid.</source>
             <translation type="unfinished" />
         </message>

@@ -152,6 +152,10 @@
             <translation>El servidor ha redirigido la solicitud a una dirección no compatible.</translation>
         </message>
         <message>
+            <source>The server redirected the request to a place that is not allowed.</source>
+            <translation>El servidor ha redirigido la solicitud a un lugar que no está permitido.</translation>
+        </message>
+        <message>
             <source>The server sent an answer that is not valid.</source>
             <translation>El servidor ha enviado una respuesta no válida.</translation>
         </message>

@@ -152,6 +152,10 @@
             <translation>Le serveur a redirigé la requête vers une adresse non prise en charge.</translation>
         </message>
         <message>
+            <source>The server redirected the request to a place that is not allowed.</source>
+            <translation>Le serveur a redirigé la requête vers un emplacement qui n’est pas autorisé.</translation>
+        </message>
+        <message>
             <source>The server sent an answer that is not valid.</source>
             <translation>Le serveur a envoyé une réponse non valide.</translation>
         </message>

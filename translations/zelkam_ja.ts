@@ -152,6 +152,10 @@
             <translation>サーバは対応していないアドレスにリダイレクトしました。</translation>
         </message>
         <message>
+            <source>The server redirected the request to a place that is not allowed.</source>
+            <translation>サーバは許可されていない場所にリダイレクトしました。</translation>
+        </message>
+        <message>
             <source>The server sent an answer that is not valid.</source>
             <translation>サーバの応答が正しくありません。</translation>
         </message>

@@ -152,6 +152,10 @@
             <translation>서버가 지원되지 않는 주소로 요청을 리디렉션했습니다.</translation>
         </message>
         <message>
+            <source>The server redirected the request to a place that is not allowed.</source>
+            <translation>서버가 허용되지 않는 위치로 요청을 리디렉션했습니다.</translation>
+        </message>
+        <message>
             <source>The server sent an answer that is not valid.</source>
             <translation>서버가 잘못된 응답을 보냈습니다.</translation>
         </message>

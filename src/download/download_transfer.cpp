@@ -2,11 +2,26 @@
 
 #include "download/zelkam_mobile_file_download_util.h"
 
+#include "host/zelkam_mobile_data.h"
+#include "host/zelkam_mobile_plugin.h"
 #include "host/zlog.h"
 #include "platform/foundation/console.h"
 #include "platform/network/url_session.h"
 
 namespace zelkam {
+
+namespace {
+
+/// The server that the page came from, as far as its web view is known.
+std::optional<URL> serverOfPage(const ZelkamMobilePlugin *plugin)
+{
+    const HostWebView *view = plugin ? plugin->webView() : nullptr;
+    const auto options =
+        view ? ZelkamMobileData::shared().getOptions(view->webViewId()) : std::nullopt;
+    return options ? URL::fromString(options->realServerUrl) : std::nullopt;
+}
+
+} // namespace
 
 void ZelkamMobileFileDownloadUtil::sendRequest(const URLRequest &request)
 {
@@ -15,6 +30,7 @@ void ZelkamMobileFileDownloadUtil::sendRequest(const URLRequest &request)
     configuration.waitsForConnectivity = true;
     configuration.timeoutIntervalForResource = std::chrono::seconds(60);
     configuration.timeoutIntervalForRequest = std::chrono::seconds(60);
+    configuration.ownServer = serverOfPage(pluginObj.get());
     URLSession session(configuration);
     const auto task = session.downloadTask(
         request, [self = shared_from_this()](std::optional<URL> location,

@@ -34,6 +34,7 @@ private slots:
         row("any origin below a host", {u"--allow-origin"_s, u"https://*.example"_s}, u"*"_s);
         row("files as an origin", {u"--allow-origin"_s, u"file:///"_s}, u"file:"_s);
         row("a server that is none", {u"--real-server-url"_s, u"ftp://a.example"_s}, u"ftp"_s);
+        row("a limit of nothing", {u"--max-download"_s, u"0"_s}, u"--max-download"_s);
         row("a page that there is not", {u"/no/such/page.html"_s}, u"/no/such/page.html"_s);
         row("a page of script", {u"javascript:alert(1)"_s}, u"javascript"_s);
         row("a folder as the page", {u"/tmp"_s}, u"/tmp"_s);
@@ -57,13 +58,26 @@ private slots:
 
     void takesEverything()
     {
-        const CommandLine result = parseCommandLine(
-            {u"zelkam-mobile"_s, u"--device=tablet"_s, u"--size"_s, u"800x600"_s,
-             u"--allow-origin"_s, u"http://a.example"_s, u"--allow-origin=https://B.example:443/"_s,
-             u"--real-server-url"_s, u"https://c.example/base/"_s, u"--language"_s, u"pt-BR"_s,
-             u"--system-version"_s, u"13.7"_s, u"--no-url-transformer"_s, u"--answer-picker"_s,
-             u"/proc/version,/proc/../proc/uptime"_s, u"--answer-picker=cancel"_s,
-             u"https://c.example/start?a=b"_s});
+        const CommandLine result = parseCommandLine({u"zelkam-mobile"_s,
+                                                     u"--device=tablet"_s,
+                                                     u"--size"_s,
+                                                     u"800x600"_s,
+                                                     u"--allow-origin"_s,
+                                                     u"http://a.example"_s,
+                                                     u"--allow-origin=https://B.example:443/"_s,
+                                                     u"--real-server-url"_s,
+                                                     u"https://c.example/base/"_s,
+                                                     u"--language"_s,
+                                                     u"pt-BR"_s,
+                                                     u"--system-version"_s,
+                                                     u"13.7"_s,
+                                                     u"--no-url-transformer"_s,
+                                                     u"--max-download=5"_s,
+                                                     u"--allow-unsafe-redirects"_s,
+                                                     u"--answer-picker"_s,
+                                                     u"/proc/version,/proc/../proc/uptime"_s,
+                                                     u"--answer-picker=cancel"_s,
+                                                     u"https://c.example/start?a=b"_s});
         const auto *options = std::get_if<HostOptions>(&result);
         QVERIFY(options);
         QCOMPARE(options->idiom, UIUserInterfaceIdiom::pad);
@@ -74,6 +88,8 @@ private slots:
         QCOMPARE(options->language->territory(), QLocale::Brazil);
         QCOMPARE(options->systemVersion, QVersionNumber(13, 7));
         QVERIFY(!options->urlTransformer);
+        QCOMPARE(options->maximumDownload, 5 << 20);
+        QVERIFY(options->allowUnsafeRedirects);
         QCOMPARE(options->pickerAnswers,
                  (QList<PickerAnswer>{QStringList{u"/proc/version"_s, u"/proc/uptime"_s},
                                       std::nullopt}));

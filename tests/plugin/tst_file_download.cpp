@@ -1,6 +1,7 @@
 #include "host/zelkam_mobile_data.h"
 #include "platform/foundation/bundle.h"
 #include "platform/foundation/file_manager.h"
+#include "platform/network/connectivity.h"
 #include "platform/network/http_cookie_storage.h"
 #include "platform/photos/saved_photos_album.h"
 #include "platform/ui/ui_application.h"
@@ -8,7 +9,9 @@
 #include "plugin/zelkam_mobile_contents_plugin.h"
 #include "preview/zelkam_mobile_contents_pre_view_vc.h"
 #include "support/http_test_server.h"
+#include "support/own_network.h"
 #include "support/recording_call.h"
+#include "toast/toast_completion.h"
 
 #include <QAccessible>
 #include <QBuffer>
@@ -16,6 +19,8 @@
 #include <QImage>
 #include <QTemporaryDir>
 #include <QtTest>
+#include <atomic>
+#include <sys/resource.h>
 
 using namespace zelkam;
 using namespace Qt::StringLiterals;
@@ -56,6 +61,7 @@ class TestFileDownload : public QObject
     Q_OBJECT
 
 private:
+    const bool ownNetwork = enterOwnNetwork({"203.0.113.1"}); // before the server is there
     HttpTestServer server;
     WebView webView;
     std::unique_ptr<QTemporaryDir> root;
@@ -98,10 +104,22 @@ private:
             texts += QAccessible::queryAccessibleInterface(child)->text(QAccessible::Name);
         return texts;
     }
+    std::atomic<bool> indicatorSwitchedElsewhere = false; // than on the main thread
     bool indicator() const { return UIApplication::shared().isNetworkActivityIndicatorVisible(); }
 
 private slots:
-    void initTestCase() { installTranslations(QLocale(QLocale::English)); }
+    void initTestCase()
+    {
+        installTranslations(QLocale(QLocale::English));
+        setConnectivityCheck([] { return true; });
+        connect(
+            &UIApplication::shared(), &UIApplication::networkActivityIndicatorVisibleChanged, this,
+            [this] {
+                if (QThread::currentThread() != thread())
+                    indicatorSwitchedElsewhere = true;
+            },
+            Qt::DirectConnection);
+    }
     void init()
     {
         root = std::make_unique<QTemporaryDir>();
@@ -120,6 +138,7 @@ private slots:
     }
     void cleanup()
     {
+        QVERIFY(!indicatorSwitchedElsewhere);
         plugin.reset();
         page.reset();
         window.reset();
@@ -173,6 +192,7 @@ private slots:
             << u"HTTP://h/a"_s << QByteArray("/HTTP://h/a");
         QTest::newRow("a fragment is a part of the path") << u"/a#b"_s << QByteArray("/a%23b");
         QTest::newRow("an encoded slash is a slash") << u"/a%2Fb"_s << QByteArray("/a/b");
+        QTest::newRow("dots stay") << u"/a/./../b/.."_s << QByteArray("/a/./../b/..");
     }
     void makesAddresses()
     {
@@ -368,15 +388,85 @@ private slots:
         QCOMPARE(server.requests().last().header("Cookie"), "page=own");
     }
 
-    void addsAnImageToTheAlbum()
+    void carriesSuggestedNamesToTheAlbumAndThePreview_data()
     {
-        server.on("/my picture.png", HttpTestServer::answer(png()));
-        server.on("/my%20picture.png", HttpTestServer::answer(png()));
-        auto options = get(u"/my picture.png"_s);
+        QTest::addColumn<QByteArray>("name");
+        for (const char *name : {"my picture.png", "50% off.png", "what?.png", "C#[1] 100%41.png",
+                                 " !\"$&'()*+,-.:;<=>@^_`{|}~.png"})
+            QTest::newRow(name) << QByteArray(name);
+    }
+    void carriesSuggestedNamesToTheAlbumAndThePreview()
+    {
+        QFETCH(QByteArray, name);
+        server.on("/i", HttpTestServer::answer(png(), "Content-Disposition: a; filename=\"" +
+                                                          name.replace('"', "\\\"") + "\"\r\n"));
+        auto options = get(u"/i"_s);
         options.insert(u"saveAlbum"_s, true);
-        QCOMPARE(replies(options), QStringList{u"success"_s});
+        const auto call = start(options);
+        QTRY_VERIFY(page->presentedViewController());
+        QCOMPARE(toastTexts(), QStringList());
+        QTRY_COMPARE(call->replies(), QStringList{u"success"_s});
         QVERIFY(waitForAlbumWrites(std::chrono::seconds(10)));
         QCOMPARE(QDir(picturesDirectory()).entryList(QDir::Files).size(), 1);
+        const auto preview = std::dynamic_pointer_cast<ZelkamMobileContentsPreViewVC>(
+            page->presentedViewController());
+        QVERIFY(QFileInfo(preview->filePath->path()).isFile());
+    }
+
+    void readsNoMoreThanAPictureForTheAlbum_data()
+    {
+        QTest::addColumn<QByteArray>("head");
+        QTest::addColumn<int>("mebibytes");
+        QTest::newRow("no picture") << QByteArray() << 100;
+        QTest::newRow("a picture that is longer than any") << png() << 256;
+    }
+    void readsNoMoreThanAPictureForTheAlbum()
+    {
+        QFETCH(QByteArray, head);
+        QFETCH(int, mebibytes);
+        server.on("/large", [&](const auto &, auto &connection) {
+            connection.send("HTTP/1.1 200 OK\r\n\r\n" + head);
+            for (int i = 0; i < mebibytes; ++i)
+                connection.send(QByteArray(1 << 20, '\0'));
+        });
+        const auto peakMemory = [] {
+            rusage usage{};
+            ::getrusage(RUSAGE_SELF, &usage);
+            return usage.ru_maxrss / 1024; // MiB
+        };
+        const auto before = peakMemory();
+        auto options = get(u"/large"_s);
+        options.insert(u"saveAlbum"_s, true);
+        const QString refused = u"error INVALID_PARAM"_s;
+        QCOMPARE(replies(options, 2), QStringList({refused, refused}));
+        QVERIFY2(peakMemory() - before < 50, qPrintable(QString::number(peakMemory() - before)));
+    }
+
+    void fiftyDownloadsOfOneNameLeaveOneFile()
+    {
+        const auto options = get(u"/a.txt"_s);
+        for (int i = 0; i < 49; ++i)
+            start(QVariantMap{{u"url"_s, server.url(u"/a.txt"_s)}, {u"open"_s, false}});
+        const QStringList got = replies(options, 50); // those of all, as it is the last call
+        QCOMPARE(got.count(u"success"_s) + got.count(getFailure), 50);
+        QVERIFY(got.contains(u"success"_s));
+        QCOMPARE(downloads(), QStringList{u"a.txt"_s});
+        QCOMPARE(content(u"a.txt"_s), "hello");
+        QCOMPARE(QDir(NSTemporaryDirectory()).entryList(QDir::Files), QStringList());
+    }
+
+    void redirectsReachThePagesOwnServer()
+    {
+        if (!ownNetwork)
+            QSKIP("This process may not make a network namespace.");
+        HttpTestServer open(true);
+        open.on("/", HttpTestServer::redirect("302 F", server.url(u"/a.txt"_s)));
+        const QVariantMap options{{u"url"_s, open.url(u"/"_s, u"203.0.113.1"_s)}};
+        QCOMPARE(replies(options), QStringList{u"success"_s});
+        ZelkamMobileData::shared().setOptions(u"view"_s, WebViewOptions{open.url(QString())});
+        const QString refused = u"error NETWORK_RESPONSE_ERROR: The server redirected the request "
+                                "to a place that is not allowed."_s;
+        QCOMPARE(replies(options), QStringList{refused});
     }
 
     void toastNamesTheFileAsOneLine()
@@ -396,10 +486,13 @@ private slots:
         auto options = get(u"/a.txt"_s);
         options.insert({{u"notify"_s, true}, {u"share"_s, true}, {u"fileName"_s, u"%61.txt"_s}});
         const auto call = start(options);
+        QVERIFY(!indicator()); // not at once, but from the main queue
         QTRY_VERIFY(page->presentedViewController());
         QVERIFY(call->replies().isEmpty()); // not before the screen has come up
         QCOMPARE(toastTexts(), QStringList{u"%61.txt has been downloaded."_s});
         QTRY_COMPARE(call->replies(), QStringList{u"success"_s});
+        QTRY_VERIFY(page->view()->findChild<ToastTimer *>()); // it has faded in
+        QCOMPARE(page->view()->findChild<ToastTimer *>()->interval(), 500);
         const auto preview = std::dynamic_pointer_cast<ZelkamMobileContentsPreViewVC>(
             page->presentedViewController());
         QVERIFY(preview);

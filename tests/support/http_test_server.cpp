@@ -31,12 +31,12 @@ void HttpTestServer::Connection::pause(std::chrono::milliseconds time)
     m_server.m_stopped.wait_for(lock, time, [this] { return m_server.m_stopping.load(); });
 }
 
-HttpTestServer::HttpTestServer()
+HttpTestServer::HttpTestServer(bool everywhere)
 {
     m_listener = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
     sockaddr_in address{};
     address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    address.sin_addr.s_addr = htonl(everywhere ? INADDR_ANY : INADDR_LOOPBACK);
     socklen_t size = sizeof address;
     auto *generic = reinterpret_cast<sockaddr *>(&address);
     if (::bind(m_listener, generic, size) != 0 || ::listen(m_listener, 128) != 0 ||

@@ -48,7 +48,8 @@ public:
 
     using Script = std::function<void(const Request &, Connection &)>;
 
-    HttpTestServer();
+    /// Listens on the loopback interface, or at every address of the machine.
+    explicit HttpTestServer(bool everywhere = false);
     ~HttpTestServer();
     HttpTestServer(const HttpTestServer &) = delete;
     HttpTestServer &operator=(const HttpTestServer &) = delete;

@@ -23,6 +23,9 @@ public:
     ContentDecoder(const ContentDecoder &) = delete;
     ContentDecoder &operator=(const ContentDecoder &) = delete;
 
+    /// Whether the bytes that come out are others than those that go in.
+    bool isDecoding() const { return m_gzip != nullptr; }
+
     /// Hands the decoded bytes to the sink. False when the data is damaged or the sink fails.
     bool decode(const char *data, std::size_t size, const Sink &sink);
 

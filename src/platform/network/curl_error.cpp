@@ -60,8 +60,14 @@ URLError::Code codeOf(CURLcode result, const char *text)
 
 } // namespace
 
-URLError errorOfCurl(CURLcode result, const char *text)
+URLError errorOfCurl(CURLcode result, const char *text, bool isReadingHead)
 {
+    // In a head, curl calls a line too long what it calls a lack of memory elsewhere, and a folded
+    // line without one before it what it calls a bad argument.
+    if (isReadingHead && result == CURLE_OUT_OF_MEMORY)
+        return URLError(URLError::Code::headersTooLarge);
+    if (isReadingHead && result == CURLE_BAD_FUNCTION_ARGUMENT)
+        return URLError(URLError::Code::badServerResponse, QStringLiteral("folded line"));
     const QString words =
         QString::fromUtf8(text && *text ? text : curl_easy_strerror(result)).trimmed();
     return URLError(codeOf(result, text ? text : ""),

@@ -8,6 +8,7 @@ namespace zelkam {
 
 /// The error that a result of curl stands for; the text is curl's own message, which may be
 /// empty. A result that is not known here keeps its number in the debug description.
-URLError errorOfCurl(CURLcode result, const char *text);
+/// @param isReadingHead  the answer has begun, and its header fields have not all come
+URLError errorOfCurl(CURLcode result, const char *text, bool isReadingHead);
 
 } // namespace zelkam

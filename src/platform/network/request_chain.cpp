@@ -3,6 +3,7 @@
 #include "platform/network/header_text.h"
 #include "platform/network/http_cookie_storage.h"
 
+#include <QRegularExpression>
 #include <algorithm>
 #include <initializer_list>
 
@@ -51,11 +52,12 @@ bool hasSameOrigin(const QUrl &a, const QUrl &b)
 
 } // namespace
 
-RequestChain::RequestChain(const URLRequest &request)
+RequestChain::RequestChain(const URLRequest &request, const RedirectLimits &limits)
     : m_url(request.url),
       m_method(request.httpMethod.toUtf8()),
       m_body(request.httpBody),
-      m_hasBody(m_method != "GET" && m_method != "HEAD")
+      m_hasBody(m_method != "GET" && m_method != "HEAD"),
+      m_limits(limits)
 {
     for (const auto &[name, value] : request.allHTTPHeaderFields()) {
         Header header{headerBytes(name), headerBytes(value)};
@@ -87,8 +89,11 @@ std::optional<URLError> RequestChain::refusal() const
 
 QByteArray RequestChain::urlOnWire() const
 {
-    return m_url.toQUrl().toEncoded(QUrl::FullyEncoded | QUrl::RemoveFragment |
-                                    QUrl::RemoveUserInfo);
+    // Path and query go as they were written: some servers sign that text, or route by its dots.
+    static const QRegularExpression afterAuthority(QStringLiteral("^[^:]*://[^/?#]*([^#]*)"));
+    return m_url.toQUrl().toEncoded(QUrl::FullyEncoded | QUrl::RemovePath | QUrl::RemoveQuery |
+                                    QUrl::RemoveFragment | QUrl::RemoveUserInfo) +
+           afterAuthority.match(m_url.absoluteString()).captured(1).toLatin1();
 }
 
 QList<QByteArray> RequestChain::headerLines() const
@@ -135,6 +140,20 @@ QByteArray RequestChain::cookieHeader() const
     return pairs.join("; ");
 }
 
+std::optional<URLError> RequestChain::reached(AddressSpace space)
+{
+    if (m_redirects > 0 && space > m_space && !mayLeadAnywhere(m_url.toQUrl()))
+        return URLError(URLError::Code::redirectNotAllowed, QStringLiteral("to a private network"));
+    m_space = std::min(m_space, space);
+    return std::nullopt;
+}
+
+bool RequestChain::mayLeadAnywhere(const QUrl &target) const
+{
+    return m_limits.allowsUnsafeRedirects ||
+           (m_limits.ownServer && hasSameOrigin(target, m_limits.ownServer->toQUrl()));
+}
+
 bool RequestChain::isRedirect(int status)
 {
     return status == 301 || status == 302 || status == 303 || status == 307 || status == 308;
@@ -158,6 +177,9 @@ std::optional<URLError> RequestChain::follow(int status, const QByteArray &locat
     const std::optional<URL> next = URL::fromQUrl(target);
     if (!next || !isHttp(target) || target.host().isEmpty())
         return URLError(Code::redirectToUnsupportedURL);
+    if (from.scheme() == QLatin1String("https") && target.scheme() == QLatin1String("http") &&
+        !mayLeadAnywhere(target))
+        return URLError(Code::redirectNotAllowed, QStringLiteral("from https to http"));
     m_url = *next;
 
     const bool becomesGet = status == 303 ? m_method != "GET" && m_method != "HEAD"

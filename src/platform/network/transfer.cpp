@@ -4,7 +4,9 @@
 #include "platform/network/curl_error.h"
 
 #include <algorithm>
+#include <cctype>
 #include <limits>
+#include <new>
 #include <utility>
 
 namespace zelkam {
@@ -25,7 +27,7 @@ Transfer::Clock::time_point later(Transfer::Clock::time_point time, std::chrono:
 
 /// Whether an answer says in one way how long it is. A list of different lengths, or one beyond
 /// all counting, must not pass for an answer that ends where the connection does
-/// (RFC 9112, 6.3).
+/// (RFC 9112, 6.3). A sign is no part of a length (RFC 9110, 8.6).
 bool hasUsableLength(const HeaderCollector &headers)
 {
     if (!headers.value("Transfer-Encoding").isEmpty())
@@ -34,12 +36,20 @@ bool hasUsableLength(const HeaderCollector &headers)
     if (field.isEmpty())
         return true;
     const QList<QByteArray> lengths = field.split(',');
+    const QByteArray first = lengths.first().trimmed();
     bool isNumber = false;
-    const qint64 first = lengths.first().trimmed().toLongLong(&isNumber);
-    return isNumber && first >= 0 &&
-           std::all_of(lengths.begin(), lengths.end(), [&](const QByteArray &length) {
-               return length.trimmed() == lengths.first().trimmed();
-           });
+    first.toLongLong(&isNumber);
+    return isNumber && std::isdigit(static_cast<unsigned char>(first.front())) &&
+           std::all_of(lengths.begin(), lengths.end(),
+                       [&](const QByteArray &length) { return length.trimmed() == first; });
+}
+
+/// The length that an answer says, -1 when it says none.
+qint64 saidLength(const HeaderCollector &headers)
+{
+    bool isNumber = false;
+    const qint64 length = headers.value("Content-Length").toLongLong(&isNumber);
+    return isNumber && headers.value("Transfer-Encoding").isEmpty() ? length : -1;
 }
 
 URLError damagedData()
@@ -47,11 +57,17 @@ URLError damagedData()
     return URLError(URLError::Code::cannotDecodeContentData, QStringLiteral("content coding"));
 }
 
+URLError tooLarge()
+{
+    return URLError(URLError::Code::dataLengthExceedsMaximum);
+}
+
 } // namespace
 
 Transfer::Transfer(std::shared_ptr<DownloadJob> job, Clock::time_point startedAt)
     : m_job(std::move(job)),
-      m_chain(m_job->request),
+      m_chain(m_job->request,
+              {m_job->configuration.allowsUnsafeRedirects, m_job->configuration.ownServer}),
       m_easy(curl_easy_init()),
       m_end(later(startedAt, m_job->configuration.timeoutIntervalForResource)),
       m_lastActivity(startedAt)
@@ -70,7 +86,19 @@ bool Transfer::prepare(Clock::time_point now)
     m_lastActivity = now;
     m_bytesSeen = 0;
     m_headers = HeaderCollector();
-    return m_easy && applyOptions();
+    return m_easy && withinMemory([this] { return applyOptions(); });
+}
+
+/// Takes a step; a lack of memory in it is the error of the download.
+template<typename Step>
+bool Transfer::withinMemory(const Step &step)
+{
+    try {
+        return step();
+    } catch (const std::bad_alloc &) {
+        m_error = URLError(URLError::Code::unknown, QStringLiteral("out of memory"));
+        return false;
+    }
 }
 
 bool Transfer::applyOptions()
@@ -96,8 +124,12 @@ bool Transfer::applyOptions()
     if (isLoopbackHost(m_chain.url().toQUrl().host()))
         set(CURLOPT_NOPROXY, "*");
     set(CURLOPT_URL, m_chain.urlOnWire().constData());
+    set(CURLOPT_PATH_AS_IS, 1L);
     set(CURLOPT_PROTOCOLS_STR, "http,https");
     set(CURLOPT_FOLLOWLOCATION, 0L);
+    // The system's configuration may allow more, for the sake of some old server.
+    set(CURLOPT_SSLVERSION, CURL_SSLVERSION_TLSv1_2 + 0L);
+    set(CURLOPT_PROXY_SSLVERSION, CURL_SSLVERSION_TLSv1_2 + 0L);
     set(CURLOPT_SSL_VERIFYPEER, 1L);
     set(CURLOPT_SSL_VERIFYHOST, 2L);
     set(CURLOPT_USERAGENT, ZELKAM_USER_AGENT);
@@ -125,6 +157,8 @@ bool Transfer::applyOptions()
     if (method != "GET" && method != "HEAD" && method != "POST")
         set(CURLOPT_CUSTOMREQUEST, method.constData());
 
+    set(CURLOPT_PREREQFUNCTION, &Transfer::onConnection);
+    set(CURLOPT_PREREQDATA, static_cast<void *>(this));
     set(CURLOPT_HEADERFUNCTION, &Transfer::onHeader);
     set(CURLOPT_HEADERDATA, static_cast<void *>(this));
     set(CURLOPT_WRITEFUNCTION, &Transfer::onBody);
@@ -138,12 +172,16 @@ bool Transfer::applyOptions()
 
 std::size_t Transfer::onHeader(char *data, std::size_t size, std::size_t count, void *self)
 {
-    return static_cast<Transfer *>(self)->takeHeader(data, size * count) ? size * count : 0;
+    auto *transfer = static_cast<Transfer *>(self);
+    const auto step = [&] { return transfer->takeHeader(data, size * count); };
+    return transfer->withinMemory(step) ? size * count : 0;
 }
 
 std::size_t Transfer::onBody(char *data, std::size_t size, std::size_t count, void *self)
 {
-    return static_cast<Transfer *>(self)->takeBody(data, size * count) ? size * count : 0;
+    auto *transfer = static_cast<Transfer *>(self);
+    const auto step = [&] { return transfer->takeBody(data, size * count); };
+    return transfer->withinMemory(step) ? size * count : 0;
 }
 
 int Transfer::onProgress(void *self, curl_off_t, curl_off_t received, curl_off_t, curl_off_t sent)
@@ -152,6 +190,25 @@ int Transfer::onProgress(void *self, curl_off_t, curl_off_t received, curl_off_t
     if (std::exchange(transfer->m_bytesSeen, received + sent) != received + sent)
         transfer->m_lastActivity = Clock::now();
     return 0;
+}
+
+int Transfer::onConnection(void *self, char *address, char *, int, int)
+{
+    auto *transfer = static_cast<Transfer *>(self);
+    const auto step = [&] { return transfer->takeConnection(address); };
+    return transfer->withinMemory(step) ? CURL_PREREQFUNC_OK : CURL_PREREQFUNC_ABORT;
+}
+
+bool Transfer::takeConnection(const char *address)
+{
+    const QUrl &url = m_chain.url().toQUrl();
+    long port = 0;
+    curl_easy_getinfo(m_easy.get(), CURLINFO_PRIMARY_PORT, &port);
+    // Another port is that of a proxy, whose address says nothing about the server's.
+    const bool isDirect = port == url.port(url.scheme() == QLatin1String("https") ? 443 : 80);
+    m_error = m_chain.reached(
+        addressSpaceOf(isDirect ? QString::fromLatin1(address) : url.host(QUrl::FullyEncoded)));
+    return !m_error;
 }
 
 bool Transfer::takeHeader(const char *data, std::size_t size)
@@ -167,11 +224,12 @@ bool Transfer::takeHeader(const char *data, std::size_t size)
     if (!followsRedirect()) {
         if (!hasUsableLength(m_headers))
             m_error = URLError(URLError::Code::badServerResponse, QStringLiteral("length"));
+        else if (saidLength(m_headers) > m_job->configuration.maximumBodySize)
+            m_error = tooLarge();
         return !m_error;
     }
-    bool isNumber = false;
-    const qint64 length = m_headers.value("Content-Length").toLongLong(&isNumber);
-    return isNumber && length <= longestRedirectBody;
+    const qint64 length = saidLength(m_headers);
+    return length >= 0 && length <= longestRedirectBody;
 }
 
 bool Transfer::takeBody(const char *data, std::size_t size)
@@ -180,13 +238,19 @@ bool Transfer::takeBody(const char *data, std::size_t size)
         return true;
     if (!openFile())
         return false;
-    const auto write = [this](const char *bytes, std::size_t count) {
-        return m_file->write(bytes, count);
+    const auto &limits = m_job->configuration;
+    const auto write = [&](const char *bytes, std::size_t count) {
+        m_fileSize += static_cast<qint64>(count);
+        if (m_decoder->isDecoding() && m_fileSize > limits.maximumDecodedSize)
+            m_error = tooLarge();
+        return !m_error && m_file->write(bytes, count);
     };
-    if (m_decoder->decode(data, size, write))
-        return true;
-    m_error = m_decoder->isDamaged() ? damagedData() : m_file->error();
-    return false;
+    m_bodySize += static_cast<qint64>(size);
+    if (m_bodySize > limits.maximumBodySize)
+        m_error = tooLarge();
+    if (!m_error && !m_decoder->decode(data, size, write) && !m_error)
+        m_error = m_decoder->isDamaged() ? damagedData() : m_file->error();
+    return !m_error;
 }
 
 bool Transfer::openFile()
@@ -207,6 +271,11 @@ bool Transfer::followsRedirect() const
 
 bool Transfer::requestEnded(CURLcode code)
 {
+    return withinMemory([&] { return takeEnd(code); });
+}
+
+bool Transfer::takeEnd(CURLcode code)
+{
     if (m_error)
         return false;
     const bool answered = m_headers.isComplete();
@@ -216,7 +285,9 @@ bool Transfer::requestEnded(CURLcode code)
         return !m_error;
     }
     if (code != CURLE_OK) {
-        m_error = errorOfCurl(code, m_errorText.data());
+        curl_off_t beginOfAnswer = 0;
+        curl_easy_getinfo(m_easy.get(), CURLINFO_STARTTRANSFER_TIME_T, &beginOfAnswer);
+        m_error = errorOfCurl(code, m_errorText.data(), beginOfAnswer > 0 && !answered);
         return false;
     }
     if (!answered) {

@@ -25,8 +25,8 @@ struct DownloadResult
     std::optional<URLError> error;
 };
 
-/// What a transfer needs to know, and whom it tells. The callback is called once, on the network
-/// thread, and must not block it.
+/// What a transfer needs to know, and whom it tells. The callback is called on the network thread
+/// and must not block it; only its first call counts.
 struct DownloadJob
 {
     URLRequest request;
@@ -53,7 +53,8 @@ public:
     /// Whether its host is only reached through a network interface.
     bool needsConnectivity() const;
 
-    /// Sets the handle up for the next request. False when there is no memory for it.
+    /// Sets the handle up for the next request. False when there is no memory for it: the download
+    /// has failed.
     bool prepare(Clock::time_point now);
 
     /// Takes the end of a request. True when a redirect is to be followed: prepare() comes next.
@@ -66,13 +67,19 @@ public:
     Clock::time_point deadline(bool isWaiting) const;
 
 private:
+    // What curl calls. No exception may pass through it.
     static std::size_t onHeader(char *data, std::size_t size, std::size_t count, void *self);
     static std::size_t onBody(char *data, std::size_t size, std::size_t count, void *self);
+    static int onConnection(void *self, char *address, char *, int, int);
     static int onProgress(void *self, curl_off_t, curl_off_t received, curl_off_t, curl_off_t sent);
 
+    template<typename Step>
+    bool withinMemory(const Step &step);
     bool applyOptions();
+    bool takeConnection(const char *address);
     bool takeHeader(const char *data, std::size_t size);
     bool takeBody(const char *data, std::size_t size);
+    bool takeEnd(CURLcode code);
     bool openFile();
     bool followsRedirect() const;
 
@@ -84,6 +91,8 @@ private:
     HeaderCollector m_headers;
     std::shared_ptr<TemporaryFile> m_file; // with the decoder, from the first byte on
     std::unique_ptr<ContentDecoder> m_decoder;
+    qint64 m_bodySize = 0; // of the final answer, as it comes
+    qint64 m_fileSize = 0; // as it is written
     std::optional<URLError> m_error;
     std::shared_ptr<const URLResponse> m_response;
 

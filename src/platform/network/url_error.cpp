@@ -60,11 +60,19 @@ Words wordsOf(URLError::Code code)
                 QT_TRANSLATE_NOOP("URLError",
                                   "The server redirected the request to an address that is not "
                                   "supported.")};
+    case Code::redirectNotAllowed:
+        return {"redirectNotAllowed",
+                QT_TRANSLATE_NOOP("URLError",
+                                  "The server redirected the request to a place that is not "
+                                  "allowed.")};
     case Code::badServerResponse:
         return {"badServerResponse",
                 QT_TRANSLATE_NOOP("URLError", "The server sent an answer that is not valid.")};
     case Code::headersTooLarge:
         return {"headersTooLarge",
+                QT_TRANSLATE_NOOP("URLError", "The server sent an answer that is too large.")};
+    case Code::dataLengthExceedsMaximum:
+        return {"dataLengthExceedsMaximum",
                 QT_TRANSLATE_NOOP("URLError", "The server sent an answer that is too large.")};
     case Code::cannotDecodeContentData:
         return {"cannotDecodeContentData",

@@ -24,8 +24,10 @@ public:
         serverCertificateUntrusted,
         httpTooManyRedirects,
         redirectToUnsupportedURL,
+        redirectNotAllowed, ///< to a more private network, or from https to http
         badServerResponse,
         headersTooLarge,
+        dataLengthExceedsMaximum,
         cannotDecodeContentData,
         cannotCreateFile,
         cannotWriteToFile,

@@ -4,6 +4,7 @@
 #include "platform/network/network_thread.h"
 
 #include <mutex>
+#include <new>
 #include <utility>
 
 namespace zelkam {
@@ -15,8 +16,8 @@ struct URLSession::Shared
 };
 
 /// Shared by the handles and, once resumed, by the job. The completion handler is taken out when
-/// it is queued, so it can be called once only.
-struct URLSessionDownloadTask::State
+/// it is called, so it can be called once only.
+struct URLSessionDownloadTask::State : std::enable_shared_from_this<State>
 {
     State(std::shared_ptr<URLSession::Shared> ofSession, const URLRequest &with,
           URLSession::CompletionHandler completionHandler)
@@ -26,6 +27,25 @@ struct URLSessionDownloadTask::State
 
     void complete(DownloadResult result)
     {
+        {
+            const std::lock_guard lock(mutex);
+            if (std::exchange(ended, true))
+                return;
+        }
+        const auto queue = [&] {
+            session->queue.async([self = shared_from_this(), result] { self->call(result); });
+        };
+        try {
+            queue();
+        } catch (const std::bad_alloc &) {
+            // Whoever waits must hear of it; what the download held is free by now.
+            result = {nullptr, nullptr, URLError(URLError::Code::unknown)};
+            queue();
+        }
+    }
+
+    void call(const DownloadResult &result)
+    {
         URLSession::CompletionHandler completion;
         {
             const std::lock_guard lock(mutex);
@@ -33,12 +53,10 @@ struct URLSessionDownloadTask::State
         }
         if (!completion)
             return;
-        session->queue.async([completion = std::move(completion), result = std::move(result)] {
-            std::optional<URL> location;
-            if (result.file)
-                location = URL::fromFilePath(result.file->path());
-            completion(std::move(location), result.response, result.error);
-        });
+        std::optional<URL> location;
+        if (result.file)
+            location = URL::fromFilePath(result.file->path());
+        completion(std::move(location), result.response, result.error);
     }
 
     std::shared_ptr<URLSession::Shared> session;
@@ -46,8 +64,37 @@ struct URLSessionDownloadTask::State
     std::mutex mutex; // guards the rest
     URLSession::CompletionHandler handler;
     bool resumed = false;
+    bool ended = false;
     std::weak_ptr<DownloadJob> job; // while it runs: the job holds this state
 };
+
+namespace {
+
+struct DefaultConfiguration
+{
+    std::mutex mutex;
+    URLSessionConfiguration value;
+};
+
+DefaultConfiguration &applicationDefault()
+{
+    static DefaultConfiguration instance;
+    return instance;
+}
+
+} // namespace
+
+URLSessionConfiguration URLSessionConfiguration::defaultConfiguration()
+{
+    const std::lock_guard lock(applicationDefault().mutex);
+    return applicationDefault().value;
+}
+
+void URLSessionConfiguration::setDefaultConfiguration(const URLSessionConfiguration &configuration)
+{
+    const std::lock_guard lock(applicationDefault().mutex);
+    applicationDefault().value = configuration;
+}
 
 URLSessionDownloadTask::URLSessionDownloadTask(std::shared_ptr<State> state)
     : m_state(std::move(state))
@@ -59,7 +106,7 @@ URLSessionDownloadTask::~URLSessionDownloadTask() = default;
 void URLSessionDownloadTask::resume()
 {
     const std::lock_guard lock(m_state->mutex);
-    if (!m_state->handler || std::exchange(m_state->resumed, true))
+    if (m_state->ended || std::exchange(m_state->resumed, true))
         return;
     auto job = std::make_shared<DownloadJob>(
         DownloadJob{m_state->request, m_state->session->configuration, {}});

@@ -64,6 +64,11 @@ private slots:
         same("an address of version six", u"http://[::1]:80/"_s);
         QTest::newRow("nothing") << u""_s << u""_s << u""_s;
         QTest::newRow("a blank") << u"/my file"_s << u"/my%20file"_s << u""_s;
+        QTest::newRow("a blank in the query")
+            << u"http://h/?a b"_s << u"http://h/?a%20b"_s << u""_s;
+        QTest::newRow("a blank in the host") << u"http://a b/"_s << u""_s << u""_s;
+        QTest::newRow("a backslash") << u"http://h\\@e/"_s << u""_s << u""_s;
+        QTest::newRow("a backslash in the path") << u"/a\\b"_s << u"/a%5Cb"_s << u""_s;
         QTest::newRow("a lone percent sign") << u"/50%.png"_s << u"/50%25.png"_s << u""_s;
         QTest::newRow("letters beyond ASCII") << u"/ü"_s << u"/%C3%BC"_s << u""_s;
         QTest::newRow("an encoded bracket in the host") << u"http://%5B::1%5D/"_s << u""_s << u""_s;

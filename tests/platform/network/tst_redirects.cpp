@@ -1,14 +1,21 @@
 #include "download_probe.h"
+#include "platform/network/address_space.h"
+#include "platform/network/connectivity.h"
 #include "platform/network/http_cookie_storage.h"
 #include "platform/network/request_chain.h"
 #include "support/http_test_server.h"
+#include "support/own_network.h"
 
 #include <atomic>
 
 using namespace zelkam;
 using namespace Qt::StringLiterals;
 
+Q_DECLARE_METATYPE(zelkam::AddressSpace)
+
 namespace {
+
+using Code = URLError::Code;
 
 // Two names of one server are two origins.
 const QString firstHost = u"127.0.0.1"_s;
@@ -32,6 +39,12 @@ private slots:
         const QList<HTTPCookie> stored = *HTTPCookieStorage::shared().cookies();
         for (const HTTPCookie &cookie : stored)
             HTTPCookieStorage::shared().deleteCookie(cookie);
+    }
+
+    void initTestCase()
+    {
+        m_ownNetwork = enterOwnNetwork({"203.0.113.1", "203.0.113.2", "10.0.0.1", "192.168.0.1"});
+        setConnectivityCheck([] { return true; });
     }
 
     void methodAfterRedirect_data()
@@ -162,7 +175,123 @@ private slots:
         QCOMPARE(download(request, configuration).data, "done");
     }
 
+    void authorizationStaysWithItsOrigin_data()
+    {
+        QTest::addColumn<QString>("host");
+        QTest::addColumn<bool>("otherPort");
+        QTest::newRow("the same origin") << firstHost << false;
+        QTest::newRow("another name") << otherHost << false;
+        QTest::newRow("another port") << firstHost << true;
+    }
+
+    void authorizationStaysWithItsOrigin()
+    {
+        QFETCH(const QString, host);
+        QFETCH(const bool, otherPort);
+        HttpTestServer other;
+        HttpTestServer &target = otherPort ? other : *m_server;
+        target.on("/end", HttpTestServer::answer("done"));
+        m_server->on("/here", HttpTestServer::redirect("302 F", target.url(u"/end"_s, host)));
+        URLRequest request = requestFor(m_server->url(u"/here"_s));
+        request.setValue(u"Bearer token"_s, u"Authorization"_s);
+        request.setValue(u"mine=1"_s, u"Cookie"_s);
+        QCOMPARE(download(request).data, "done");
+        const bool isSame = host == firstHost && !otherPort;
+        const auto sent = target.requests().last();
+        QCOMPARE(sent.header("Authorization"), isSame ? "Bearer token" : QByteArray());
+        QCOMPARE(sent.header("Cookie"), isSame ? "mine=1" : QByteArray());
+    }
+
+    void leadsIntoNoMorePrivateNetwork_data()
+    {
+        QTest::addColumn<QStringList>("hosts"); // one after another
+        QTest::addColumn<bool>("arrives");
+        const auto row = [](const QStringList &hosts, bool arrives) {
+            QTest::newRow(qPrintable(hosts.join(u" to "_s))) << hosts << arrives;
+        };
+        const QString open = u"203.0.113.1"_s;
+        const QString office = u"10.0.0.1"_s;
+        row({open, u"203.0.113.2"_s}, true);
+        row({office, u"192.168.0.1"_s, open}, true);
+        row({firstHost, office, open}, true);
+        row({firstHost, otherHost}, true);
+        row({open, office}, false);
+        row({office, otherHost}, false);
+        row({firstHost, open, firstHost}, false);
+        for (const QString &self : {firstHost, otherHost, u"[::ffff:127.0.0.1]"_s, u"0.0.0.0"_s,
+                                    u"2130706433"_s, u"0177.1"_s, u"127.8.8.8"_s})
+            row({open, self}, false);
+    }
+
+    void leadsIntoNoMorePrivateNetwork()
+    {
+        if (!m_ownNetwork)
+            QSKIP("This process may not make a network namespace.");
+        QFETCH(const QStringList, hosts);
+        QFETCH(const bool, arrives);
+        HttpTestServer server(true);
+        const qsizetype last = hosts.size() - 1;
+        for (qsizetype i = 0; i < last; ++i) {
+            const QString next = server.url(u"/%1"_s.arg(i + 1), hosts[i + 1]);
+            server.on('/' + QByteArray::number(i), HttpTestServer::redirect("302 F", next));
+        }
+        server.on('/' + QByteArray::number(last), HttpTestServer::answer("done"));
+        const auto request = requestFor(server.url(u"/0"_s, hosts.first()));
+        URLSessionConfiguration configuration;
+        const Outcome outcome = download(request, configuration);
+        QCOMPARE(outcome.code(), arrives ? Code::unknown : Code::redirectNotAllowed);
+        QCOMPARE(server.requests().size(), arrives ? last + 1 : last);
+        configuration.ownServer = URL::fromString(server.url({}, hosts.last()));
+        QCOMPARE(download(request, configuration).data, "done");
+        configuration.ownServer = URL::fromString(u"http://"_s + hosts.last()); // another port
+        QCOMPARE(download(request, configuration).code(), outcome.code());
+        configuration.allowsUnsafeRedirects = true;
+        QCOMPARE(download(request, configuration).data, "done");
+    }
+
+    void behindAProxyNumbersAreKnown()
+    {
+        const QByteArray direct = qgetenv("no_proxy");
+        qunsetenv("no_proxy");
+        qputenv("http_proxy", m_server->url({}).toLatin1());
+        const QString name = u"http://example.org/"_s;
+        m_server->on(name.toLatin1(), HttpTestServer::answer("done"));
+        for (const QString &target : {u"http://10.0.0.1/"_s, u"http://[fd00::1]/"_s, name}) {
+            m_server->on("http://example.com/", HttpTestServer::redirect("302 F", target));
+            const Outcome outcome = download(requestFor(u"http://example.com/"_s));
+            QCOMPARE(outcome.data, target == name ? QByteArray("done") : QByteArray());
+            QCOMPARE(outcome.code(), target == name ? Code::unknown : Code::redirectNotAllowed);
+        }
+        qunsetenv("http_proxy");
+        qputenv("no_proxy", direct);
+    }
+
+    void tellsNetworksApart_data()
+    {
+        QTest::addColumn<AddressSpace>("space");
+        const auto rows = [](AddressSpace space, std::initializer_list<const char *> addresses) {
+            for (const char *address : addresses)
+                QTest::newRow(address) << space;
+        };
+        rows(AddressSpace::publicNetwork,
+             {"8.8.8.8", "172.15.255.255", "172.32.0.0", "100.63.255.255", "100.128.0.0",
+              "2001:db8::1", "64:ff9b::808:808", "::ffff:8.8.8.8", "2002:808:808::", "11.0.0.1"});
+        rows(AddressSpace::privateNetwork,
+             {"10.255.255.255", "172.16.0.0", "172.31.255.255", "192.168.1.1", "169.254.169.254",
+              "100.64.0.0", "198.19.0.1", "fe80::1", "fd00::1", "fec0::1", "::ffff:10.0.0.1",
+              "64:ff9b::a00:1", "2002:a00:1::", "::10.0.0.1", "64:ff9b:1::808:808",
+              "::ffff:0:10.0.0.1"});
+        rows(AddressSpace::thisMachine, {"127.0.0.1", "127.255.255.255", "0.0.0.0", "::1", "::",
+                                         "::ffff:127.0.0.1", "64:ff9b::7f00:1", "2002:7f00:1::1"});
+    }
+
+    void tellsNetworksApart()
+    {
+        QTEST(addressSpaceOf(QString::fromLatin1(QTest::currentDataTag())), "space");
+    }
+
 private:
+    bool m_ownNetwork = false;
     std::unique_ptr<HttpTestServer> m_server;
 };
 

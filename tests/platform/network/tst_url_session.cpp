@@ -114,6 +114,17 @@ private slots:
         QTest::newRow("no answer") << QByteArray() << Code::networkConnectionLost;
         QTest::newRow("flood of headers") << ok + QByteArray("X: y\r\n").repeated(2000) + "\r\n"
                                           << Code::headersTooLarge;
+        QTest::newRow("flood of bytes in the head")
+            << ok + ("X: " + QByteArray(1000, 'y') + "\r\n").repeated(270) + "\r\n"
+            << Code::headersTooLarge;
+        QTest::newRow("a header of more than 100 KB")
+            << ok + "X: " + QByteArray(110'000, 'y') + "\r\n\r\n"
+            << Code::headersTooLarge;
+        QTest::newRow("a folded line that follows no header") << ok + " X: y\r\n\r\n"
+                                                              << Code::badServerResponse;
+        for (const char *length : {"+3", "-3", "3 3", "0x3", "3."})
+            QTest::newRow(length) << ok + "Content-Length: " + length + "\r\n\r\nabc"
+                                  << Code::badServerResponse;
         QTest::newRow("flood of interim answers")
             << QByteArray("HTTP/1.1 103 E\r\nA: b\r\n\r\n").repeated(2000) << Code::headersTooLarge;
         QTest::newRow("redirect to a file")
@@ -178,8 +189,9 @@ private slots:
 
     void sendsHeadersAsTheyWereSet()
     {
-        m_server.on("/h", HttpTestServer::answer({}));
-        URLRequest request = requestFor(m_server.url(u"/h"_s));
+        const QByteArray target = "/./h/../%7e%c3%bc?%41=[/../b|";
+        m_server.on(target.split('?').first(), HttpTestServer::answer({}));
+        URLRequest request = requestFor(m_server.url(QString::fromLatin1(target) + u"#c"_s));
         request.httpMethod = u"POST"_s;
         request.httpBody = "{\"a\":1}";
         request.setValue(u"text/plain"_s, u"content-type"_s);
@@ -192,6 +204,7 @@ private slots:
         QVERIFY(!download(request).error);
         const auto sent = m_server.requests().last();
         QCOMPARE(sent.method, "POST");
+        QCOMPARE(sent.target, target.chopped(1) + "%7C"); // what may not stand in a URL is encoded
         QCOMPARE(sent.body, request.httpBody);
         QCOMPARE(sent.header("Content-Type"), "application/json");
         QVERIFY(!sent.header("X-Empty").isNull());
@@ -225,6 +238,43 @@ private slots:
         QTEST(outcome.data, "data");
         QCOMPARE(outcome.response->expectedContentLength(), URLResponse::unknownLength);
         QCOMPARE(m_server.requests().last().header("Accept-Encoding"), "gzip");
+    }
+
+    void bodiesHaveABound_data()
+    {
+        QTest::addColumn<QByteArray>("headers");
+        QTest::addColumn<QByteArray>("body");
+        QTest::addColumn<bool>("arrives");
+        const QByteArray gzip = "Content-Encoding: gzip\r\n";
+        // Deflated as zlib does it, in the frame of gzip: 8 MiB that are 8 KiB on the way.
+        const QByteArray bomb = QByteArray::fromHex("1f8b0800000000000003") +
+                                qCompress(QByteArray(8 << 20, '\0')).mid(6);
+        QTest::newRow("said to be too long")
+            << QByteArray("Content-Length: 10001\r\n") << QByteArray("x") << false;
+        QTest::newRow("too long") << QByteArray() << QByteArray(10'001, 'x') << false;
+        QTest::newRow("just not too long") << QByteArray() << QByteArray(10'000, 'x') << true;
+        QTest::newRow("bomb") << gzip << bomb << false;
+        QTest::newRow("padding without end")
+            << gzip << helloInGzip + QByteArray(10'000, '\0') << false;
+        QTest::newRow("gzip of a usual size") << gzip << helloInGzip << true;
+    }
+
+    void bodiesHaveABound()
+    {
+        QFETCH(const QByteArray, headers);
+        QFETCH(const QByteArray, body);
+        QFETCH(const bool, arrives);
+        m_server.on("/", "HTTP/1.1 200 OK\r\n" + headers + "\r\n" + body);
+        auto before = URLSessionConfiguration::defaultConfiguration();
+        auto configuration = before;
+        configuration.maximumBodySize = 10'000;
+        configuration.maximumDecodedSize = 5;
+        URLSessionConfiguration::setDefaultConfiguration(configuration);
+        const auto request = requestFor(m_server.url(u"/"_s));
+        const Outcome outcome = download(request, URLSessionConfiguration::defaultConfiguration());
+        URLSessionConfiguration::setDefaultConfiguration(before);
+        QCOMPARE(outcome.code(), arrives ? Code::unknown : Code::dataLengthExceedsMaximum);
+        QCOMPARE(outcome.path.isEmpty(), !arrives);
     }
 
     void failedWriteIsAnError()
