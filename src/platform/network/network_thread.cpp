@@ -7,6 +7,7 @@
 #include <QCoreApplication>
 #include <algorithm>
 #include <csignal>
+#include <new>
 #include <pthread.h>
 #include <utility>
 
@@ -134,25 +135,36 @@ bool NetworkThread::takeCommands()
         if (command.isCancel)
             end(command.job.get(), URLError(URLError::Code::cancelled));
         else
-            begin(std::move(command.job));
+            begin(command.job);
     }
     return true;
 }
 
-void NetworkThread::begin(std::shared_ptr<DownloadJob> job)
+void NetworkThread::begin(const std::shared_ptr<DownloadJob> &job)
 {
-    const DownloadJob *key = job.get();
-    const auto now = Clock::now();
-    Running &running = m_transfers[key];
-    running.transfer = std::make_unique<Transfer>(std::move(job), now);
-    if (const auto refusal = running.transfer->refusal())
+    try {
+        const auto now = Clock::now();
+        m_transfers.emplace(job.get(), Running{std::make_unique<Transfer>(job, now)});
+        admit(m_transfers.at(job.get()), now);
+    } catch (const std::bad_alloc &) {
+        const URLError error(URLError::Code::unknown, QStringLiteral("out of memory"));
+        end(job.get(), error);
+        job->finished({nullptr, nullptr, error}); // in case it was not there yet
+    }
+}
+
+void NetworkThread::admit(Running &running, Clock::time_point now)
+{
+    const Transfer &transfer = *running.transfer;
+    const DownloadJob *key = transfer.job().get();
+    if (const auto refusal = transfer.refusal())
         return end(key, refusal);
-    if (!running.transfer->needsConnectivity() || isConnected())
+    if (!transfer.needsConnectivity() || isConnected())
         return sendRequest(running);
     if (!key->configuration.waitsForConnectivity)
         return end(key, URLError(URLError::Code::notConnectedToInternet));
     m_nextRetry = std::min(m_nextRetry, now + connectivityInterval);
-    m_nextDeadline = std::min(m_nextDeadline, running.transfer->deadline(true));
+    m_nextDeadline = std::min(m_nextDeadline, transfer.deadline(true));
 }
 
 void NetworkThread::sendRequest(Running &running)

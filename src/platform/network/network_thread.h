@@ -47,7 +47,8 @@ private:
 
     void run();
     bool takeCommands();
-    void begin(std::shared_ptr<DownloadJob> job);
+    void begin(const std::shared_ptr<DownloadJob> &job);
+    void admit(Running &running, Clock::time_point now);
     void sendRequest(Running &running);
     void takeEndedRequests();
     void retryWaiting(Clock::time_point now);
