@@ -80,6 +80,10 @@ private slots:
         both("http replaces no secure cookie", {guarded, u"http://h.example/ a=2"_s}, {secure});
         both("nor one that the store was not told of", {guarded + u'&', u"http://h.example/ a=2"_s},
              {secure});
+        both("and hides none", {guarded, u"http://x.h.example/ a=2; Domain=h.example"_s}, {secure});
+        both("and deletes none that has just become secure",
+             {u"https://h.example/ a=0"_s, guarded + u'&', u"http://h.example/ a=; Max-Age=0"_s},
+             {secure});
         both("and deletes none", {guarded, u"http://h.example/ a=; Max-Age=0"_s}, {secure});
         both("and sets none", {u"http://h.example/ a=1; Secure"_s}, {});
         both("https replaces a secure cookie", {guarded, u"https://h.example/ a=2"_s},
