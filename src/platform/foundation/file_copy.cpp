@@ -12,8 +12,8 @@ namespace zelkam {
 namespace {
 
 constexpr qint64 bufferSize = 256 * 1024;
-/// The most that one system call is asked for.
-constexpr qint64 maxPiece = 1024 * 1024 * 1024;
+/// The most that is copied before anyone asks again whether to go on.
+constexpr qint64 maxPiece = 32 * 1024 * 1024;
 
 /// What the kernel says when it can copy between two files only with our help.
 bool needsOurHelp(int error)
@@ -48,8 +48,8 @@ std::error_code copyStretch(const RegularFile &from, int to, qint64 &place, qint
     loff_t in = place;
     loff_t out = place;
     while (place < end) {
-        const auto wanted = static_cast<size_t>(std::min<qint64>(end - place, maxPiece));
-        const ssize_t got = ::copy_file_range(from.descriptor(), &in, to, &out, wanted, 0);
+        const ssize_t got = ::copy_file_range(from.descriptor(), &in, to, &out,
+                                              static_cast<size_t>(end - place), 0);
         if (got < 0 && errno == EINTR)
             continue;
         // Some systems below /sys give a size and let the kernel copy nothing.
@@ -78,7 +78,7 @@ std::error_code writeAll(int fd, const char *data, qint64 size)
     return {};
 }
 
-std::error_code copyContents(const RegularFile &from, int to)
+std::error_code copyContents(const RegularFile &from, int to, const std::atomic<bool> *isCancelled)
 {
     qint64 place = 0;
     qint64 size = from.size();
@@ -86,6 +86,8 @@ std::error_code copyContents(const RegularFile &from, int to)
     if (size == 0)
         return copyBuffered(from, to, place, from.limit());
     while (place < size) {
+        if (isCancelled && *isCancelled)
+            return std::make_error_code(std::errc::operation_canceled);
         qint64 end = size;
         const qint64 data = ::lseek(from.descriptor(), place, SEEK_DATA);
         if (data < 0 && errno == ENXIO)
@@ -96,6 +98,7 @@ std::error_code copyContents(const RegularFile &from, int to)
             if (const qint64 hole = ::lseek(from.descriptor(), place, SEEK_HOLE); hole > place)
                 end = std::min(hole, size);
         }
+        end = std::min(end, place + maxPiece);
         if (const auto error = copyStretch(from, to, place, end))
             return error;
         if (place < end)

@@ -1,7 +1,10 @@
 // Files that appear whole or not at all.
 
+#include "platform/foundation/file_creation.h"
+
 #include "platform/foundation/file_copy.h"
 #include "platform/foundation/file_manager.h"
+#include "platform/foundation/file_renaming.h"
 #include "platform/foundation/sandbox_path.h"
 
 #include <QRandomGenerator>
@@ -43,7 +46,47 @@ std::error_code putInPlace(int folder, const QByteArray &from, const QByteArray 
     return rename(0) ? std::error_code() : lastError();
 }
 
+/// Why no new file can have a name; empty when it can.
+std::error_code obstacle(int folder, const QByteArray &name, OlderFile older)
+{
+    struct stat info = {};
+    if (::fstatat(folder, name.constData(), &info, AT_SYMLINK_NOFOLLOW) != 0)
+        return errno == ENOENT ? std::error_code() : lastError();
+    if (S_ISDIR(info.st_mode))
+        return std::make_error_code(std::errc::is_a_directory);
+    return older == OlderFile::isReplaced ? std::error_code()
+                                          : std::make_error_code(std::errc::file_exists);
+}
+
 } // namespace
+
+std::error_code createFileIn(int folder, const QByteArray &name, mode_t permissions,
+                             OlderFile older, const std::function<std::error_code(int fd)> &write)
+{
+    // Looked at first, so that nothing large is written for nothing.
+    std::error_code error = obstacle(folder, name, older);
+    if (error)
+        return error;
+    const QByteArray beside =
+        ".zelkam-" + QByteArray::number(QRandomGenerator::system()->generate64(), 16) + ".part";
+    FileDescriptor file(::openat(folder, beside.constData(),
+                                 O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC,
+                                 permissions));
+    if (!file.isOpen())
+        return lastError();
+    error = write(file.get());
+    // Some file systems tell only here that a write has failed.
+    if (::close(file.release()) != 0 && !error)
+        error = lastError();
+    if (!error) {
+        error = older == OlderFile::isReplaced
+                    ? putInPlace(folder, beside, name)
+                    : renameWithoutReplacing(folder, beside.constData(), folder, name.constData());
+    }
+    if (error)
+        ::unlinkat(folder, beside.constData(), 0);
+    return error;
+}
 
 std::error_code FileManager::createFile(const QString &atPath, const QByteArray &contents)
 {
@@ -69,23 +112,8 @@ std::error_code FileManager::createFile(const QString &atPath, const Writer &wri
     if (atPath.endsWith(u'/'))
         return std::make_error_code(std::errc::is_a_directory);
 
-    const int folder = item->folder.get();
-    const QByteArray beside =
-        ".zelkam-" + QByteArray::number(QRandomGenerator::system()->generate64(), 16) + ".part";
-    FileDescriptor file(::openat(folder, beside.constData(),
-                                 O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC,
-                                 S_IRUSR | S_IWUSR));
-    if (!file.isOpen())
-        return lastError();
-    error = write(file.get());
-    // Some file systems tell only here that a write has failed.
-    if (::close(file.release()) != 0 && !error)
-        error = lastError();
-    if (!error)
-        error = putInPlace(folder, beside, item->name);
-    if (error)
-        ::unlinkat(folder, beside.constData(), 0);
-    return error;
+    return createFileIn(item->folder.get(), item->name, S_IRUSR | S_IWUSR, OlderFile::isReplaced,
+                        write);
 }
 
 } // namespace zelkam
