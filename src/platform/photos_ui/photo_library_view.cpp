@@ -146,7 +146,7 @@ PhotoLibraryView::PhotoLibraryView(bool hasDone)
 {
     m_pages->addWidget(m_message);
     m_pages->addWidget(m_grid);
-    m_message->showLoading();
+    m_message->showLoading(tr("Looking for photos…"));
     setTitle(tr("Photos"));
     PHPhotoLibrary &library = PHPhotoLibrary::shared();
     connect(&library, &PHPhotoLibrary::changed, this, &PhotoLibraryView::showLibrary);

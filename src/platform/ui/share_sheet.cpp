@@ -35,11 +35,16 @@ public:
         setFont(themeFont(TextRole::body, font()));
     }
 
+    QSize sizeHint() const override
+    {
+        return {fontMetrics().horizontalAdvance(text()) + metrics::icon + 6 * gap, metrics::row};
+    }
+
 protected:
     void paintEvent(QPaintEvent *) override
     {
         QPainter painter(this);
-        const bool keyboard = hasFocus() && window()->testAttribute(Qt::WA_KeyboardFocusChange);
+        const bool keyboard = showsFocus(*this);
         if (isEnabled() && (isDown() || underMouse() || keyboard)) {
             QColor shade = palette().color(QPalette::WindowText);
             shade.setAlphaF(isDown() ? 0.12F : 0.06F);
@@ -63,11 +68,8 @@ protected:
             painter.fillRect(QRectF(2 * gap + metrics::icon + 2 * gap, 0, width(), 1),
                              separatorColor(palette()));
         }
-        if (keyboard) {
-            painter.setRenderHint(QPainter::Antialiasing);
-            painter.setPen(QPen(accentColor(palette()), 2));
-            painter.drawRoundedRect(QRectF(rect()).adjusted(4, 4, -4, -4), 8, 8);
-        }
+        if (keyboard)
+            drawFocusRing(painter, QRectF(rect()).adjusted(4, 4, -4, -4), accentColor(palette()));
     }
 
 private:

@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QStandardPaths>
 #include <QStyle>
+#include <QWidget>
 
 namespace zelkam {
 
@@ -133,10 +134,29 @@ QColor secondaryTextColor(const QPalette &palette)
     return mixed(palette.color(QPalette::WindowText), palette.color(QPalette::Window), 0.36);
 }
 
+QColor errorColor(const QPalette &palette)
+{
+    return isDark(palette) ? QColor(0xff, 0x8a, 0x80) : QColor(0xb3, 0x26, 0x1e);
+}
+
 bool isDark(const QPalette &palette)
 {
     return palette.color(QPalette::Window).lightness() <
            palette.color(QPalette::WindowText).lightness();
+}
+
+bool showsFocus(const QWidget &widget)
+{
+    return widget.hasFocus() && widget.window()->testAttribute(Qt::WA_KeyboardFocusChange);
+}
+
+void drawFocusRing(QPainter &painter, const QRectF &ring, const QColor &color)
+{
+    constexpr double radius = 8;
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(color, 2));
+    painter.drawRoundedRect(ring, radius, radius);
 }
 
 QPixmap tintedIcon(const QString &name, int size, const QColor &color, double devicePixelRatio)

@@ -46,8 +46,14 @@ QFont themeFont(TextRole role, const QFont &base);
 /// Colours that a palette has no role for, mixed from it.
 QColor accentColor(const QPalette &palette);
 QColor separatorColor(const QPalette &palette);
+QColor errorColor(const QPalette &palette);
 QColor secondaryTextColor(const QPalette &palette);
 bool isDark(const QPalette &palette);
+
+/// Whether a widget has the focus and the person goes about with keys, so that it has to be seen.
+bool showsFocus(const QWidget &widget);
+/// The ring round what has the focus. Fills nothing, whatever the painter's brush is.
+void drawFocusRing(QPainter &painter, const QRectF &ring, const QColor &color);
 
 /// An icon of the theme by its freedesktop name, drawn in one colour; null when there is none.
 /// @param size  edge in points     @param devicePixelRatio  of the widget that will draw it

@@ -2,13 +2,10 @@
 
 #include "platform/ui/theme.h"
 
-#include <QEvent>
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QPainter>
 #include <QScrollBar>
 #include <QStyle>
-#include <QStyleOptionFrame>
 #include <QTimer>
 
 namespace zelkam {
@@ -17,12 +14,9 @@ namespace {
 
 void drawFocus(QPainter &painter, const QWidget &widget)
 {
-    if (!widget.hasFocus() || !widget.window()->testAttribute(Qt::WA_KeyboardFocusChange))
-        return;
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(accentColor(widget.palette()), 2));
-    painter.drawRoundedRect(QRectF(widget.rect()).adjusted(3, 3, -3, -3), 8, 8);
+    if (showsFocus(widget))
+        drawFocusRing(painter, QRectF(widget.rect()).adjusted(3, 3, -3, -3),
+                      accentColor(widget.palette()));
 }
 
 /// One folder of the path: its name, and the sign that one more follows.
@@ -115,6 +109,49 @@ void PickerIconButton::paintEvent(QPaintEvent *)
     drawFocus(painter, *this);
 }
 
+PickerRow::PickerRow(const QString &iconName, const QString &name, QWidget *parent)
+    : QAbstractButton(parent), m_iconName(iconName)
+{
+    setFont(themeFont(TextRole::body, font()));
+    setText(name);
+    setAccessibleName(name);
+    setFocusPolicy(Qt::StrongFocus);
+    setAttribute(Qt::WA_Hover);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+}
+
+QSize PickerRow::sizeHint() const
+{
+    constexpr int besideText = 72;
+    return {fontMetrics().horizontalAdvance(text()) + besideText, metrics::tapTarget + 4};
+}
+
+void PickerRow::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QRectF plate = QRectF(rect()).adjusted(metrics::grid, 2, -metrics::grid, -2);
+    QColor shade = isChecked() ? accentColor(palette()) : palette().color(QPalette::WindowText);
+    shade.setAlphaF(isChecked() ? 0.14F : isDown() ? 0.1F : underMouse() ? 0.05F : 0.0F);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(shade);
+    painter.drawRoundedRect(plate, metrics::corner, metrics::corner);
+    if (showsFocus(*this))
+        drawFocusRing(painter, plate, accentColor(palette()));
+    const auto placed = [this](const QRect &rect) {
+        return QStyle::visualRect(layoutDirection(), this->rect(), rect);
+    };
+    const QRect icon(20, (height() - metrics::icon) / 2, metrics::icon, metrics::icon);
+    painter.drawPixmap(
+        placed(icon).topLeft(),
+        tintedIcon(m_iconName, metrics::icon, accentColor(palette()), devicePixelRatioF()));
+    painter.setPen(palette().color(QPalette::WindowText));
+    const QRect text = placed(rect().adjusted(56, 0, -2 * metrics::grid, 0));
+    const Qt::Alignment side = isRightToLeft() ? Qt::AlignRight : Qt::AlignLeft;
+    painter.drawText(text, int(side | Qt::AlignVCenter | Qt::AlignAbsolute) | Qt::TextSingleLine,
+                     fontMetrics().elidedText(this->text(), Qt::ElideRight, text.width()));
+}
+
 PickerPrimaryButton::PickerPrimaryButton(const QString &text, QWidget *parent)
     : QAbstractButton(parent)
 {
@@ -147,65 +184,9 @@ void PickerPrimaryButton::paintEvent(QPaintEvent *)
     painter.setPen(isEnabled() ? palette().color(QPalette::HighlightedText)
                                : secondaryTextColor(palette()));
     painter.drawText(rect(), Qt::AlignCenter | Qt::TextSingleLine, text());
-    if (hasFocus() && window()->testAttribute(Qt::WA_KeyboardFocusChange)) {
-        painter.setBrush(Qt::NoBrush);
-        painter.setPen(QPen(palette().color(QPalette::HighlightedText), 2));
-        painter.drawRoundedRect(QRectF(rect()).adjusted(3, 3, -3, -3), 8, 8);
-    }
-}
-
-PickerSearchField::PickerSearchField(QWidget *parent) : QLineEdit(parent)
-{
-    setFont(themeFont(TextRole::body, font()));
-    setPlaceholderText(tr("Search in this folder"));
-    setAccessibleName(tr("Search in this folder"));
-    setFrame(false);
-    setFixedHeight(metrics::tapTarget);
-    setTextMargins(5 * metrics::grid, 0, metrics::grid, 0);
-    setClearButtonEnabled(true);
-    setInputMethodHints(Qt::ImhNoPredictiveText | Qt::ImhNoAutoUppercase);
-    // The round ground below is drawn here and not by the style.
-    QPalette own = palette();
-    own.setColor(QPalette::Base, Qt::transparent);
-    setPalette(own);
-}
-
-void PickerSearchField::paintEvent(QPaintEvent *event)
-{
-    {
-        QPainter painter(this);
-        painter.setRenderHint(QPainter::Antialiasing);
-        QColor ground = palette().color(QPalette::WindowText);
-        ground.setAlphaF(0.07F);
-        painter.setBrush(ground);
-        painter.setPen(hasFocus() ? QPen(accentColor(palette()), 1.5) : QPen(Qt::NoPen));
-        painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), metrics::corner,
-                                metrics::corner);
-        const QPixmap icon = tintedIcon(QStringLiteral("search"), 20, secondaryTextColor(palette()),
-                                        devicePixelRatioF());
-        const double x = isRightToLeft() ? width() - 20.0 - 12.0 : 12.0;
-        painter.drawPixmap(QPointF(x, (height() - 20) / 2.0), icon);
-    }
-    QLineEdit::paintEvent(event);
-}
-
-bool PickerSearchField::event(QEvent *event)
-{
-    // Esc first empties the field, and only then reaches the screen.
-    if (event->type() == QEvent::KeyPress && !text().isEmpty() &&
-        static_cast<QKeyEvent *>(event)->key() == Qt::Key_Escape) {
-        clear();
-        return true;
-    }
-    return QLineEdit::event(event);
-}
-
-void PickerSearchField::keyPressEvent(QKeyEvent *event)
-{
-    if (event->key() == Qt::Key_Down)
-        emit leftDownwards();
-    else
-        QLineEdit::keyPressEvent(event);
+    if (showsFocus(*this))
+        drawFocusRing(painter, QRectF(rect()).adjusted(3, 3, -3, -3),
+                      palette().color(QPalette::HighlightedText));
 }
 
 PickerLine::PickerLine(QWidget *parent) : QLabel(parent)
@@ -220,12 +201,21 @@ void PickerLine::setLine(const QString &text, const QString &brief, Qt::TextElid
     m_brief = brief;
     m_elision = elision;
     setText(text);
+    // A sentence goes on in a second line; a name is cut.
+    setWordWrap(brief.isEmpty() && elision == Qt::ElideRight);
 }
 
 void PickerLine::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     painter.setPen(palette().color(QPalette::WindowText));
+    if (wordWrap()) {
+        painter.drawText(rect(),
+                         int(QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft)) |
+                             Qt::AlignVCenter | Qt::TextWordWrap,
+                         text());
+        return;
+    }
     const bool fits = fontMetrics().horizontalAdvance(text()) <= width();
     const QString line = fits || m_brief.isEmpty() ? text() : m_brief;
     painter.drawText(rect(),

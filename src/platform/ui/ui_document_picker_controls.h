@@ -2,7 +2,6 @@
 
 #include <QAbstractButton>
 #include <QLabel>
-#include <QLineEdit>
 #include <QScrollArea>
 
 namespace zelkam {
@@ -23,6 +22,25 @@ private:
     QString m_iconName;
 };
 
+/// A row with an icon and a name, such as a place. Where it can be checked, it does not do that
+/// itself.
+class PickerRow : public QAbstractButton
+{
+    Q_OBJECT
+
+public:
+    PickerRow(const QString &iconName, const QString &name, QWidget *parent = nullptr);
+    QSize sizeHint() const override;
+
+protected:
+    void nextCheckState() override {
+    } // a check shows where the person is, and is no answer to a tap
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    QString m_iconName;
+};
+
 /// The one button of a screen that does what the screen is for.
 class PickerPrimaryButton : public QAbstractButton
 {
@@ -36,25 +54,7 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 };
 
-/// A field to search in, as high as a thumb needs.
-class PickerSearchField : public QLineEdit
-{
-    Q_OBJECT
-
-public:
-    explicit PickerSearchField(QWidget *parent = nullptr);
-
-protected:
-    void paintEvent(QPaintEvent *event) override;
-    bool event(QEvent *event) override;
-    void keyPressEvent(QKeyEvent *event) override;
-
-signals:
-    /// The person went on to the list.
-    void leftDownwards();
-};
-
-/// One line of text that says less where there is less room.
+/// A text that says less, is cut, or takes a second line where there is less room.
 class PickerLine : public QLabel
 {
     Q_OBJECT

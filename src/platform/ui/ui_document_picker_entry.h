@@ -16,6 +16,9 @@ enum class DocumentChoice : quint8 {
     notAFile, ///< a pipe, a device, a link that leads nowhere
 };
 
+/// How many documents a person can pick. Where that is none, they are only looked at.
+enum class DocumentSelection : quint8 { none, one, several };
+
 /// One item of a folder. A link stands for what it leads to.
 struct DocumentEntry
 {

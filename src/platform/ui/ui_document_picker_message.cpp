@@ -3,6 +3,7 @@
 #include "platform/ui/theme.h"
 
 #include <QPainter>
+#include <QTextOption>
 #include <QTimerEvent>
 
 namespace zelkam {
@@ -27,9 +28,9 @@ void DocumentPickerMessage::showText(const QString &iconName, const QString &tit
     update();
 }
 
-void DocumentPickerMessage::showLoading()
+void DocumentPickerMessage::showLoading(const QString &title)
 {
-    showText({}, tr("Reading the folder…"));
+    showText({}, title);
     m_ticks = 0;
     m_timer.start(tick, this);
 }
@@ -78,14 +79,16 @@ void DocumentPickerMessage::paintEvent(QPaintEvent *)
     }
     y += iconSize + metrics::grid;
     const QRectF room(3 * metrics::grid, y, width() - 6 * metrics::grid, height() - y);
-    QRectF used;
+    // Within a word only where one fills a whole line, as a file's name may.
+    QTextOption lines(Qt::AlignHCenter | Qt::AlignTop);
+    lines.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     painter.setFont(themeFont(TextRole::title, font()));
     painter.setPen(palette().color(QPalette::WindowText));
-    const int flags = int(Qt::AlignHCenter | Qt::AlignTop) | Qt::TextWrapAnywhere;
-    painter.drawText(room, flags, m_title, &used);
+    painter.drawText(room, m_title, lines);
+    const double used = painter.boundingRect(room, m_title, lines).height();
     painter.setFont(themeFont(TextRole::caption, font()));
     painter.setPen(secondaryTextColor(palette()));
-    painter.drawText(room.adjusted(0, used.height() + metrics::grid / 2.0, 0, 0), flags, m_detail);
+    painter.drawText(room.adjusted(0, used + metrics::grid / 2.0, 0, 0), m_detail, lines);
 }
 
 } // namespace zelkam

@@ -15,8 +15,8 @@ public:
     using QWidget::QWidget;
 
     void showText(const QString &iconName, const QString &title, const QString &detail = {});
-    /// A turning ring, after a moment; folders are mostly read before anyone sees it.
-    void showLoading();
+    /// A turning ring, after a moment; most work is done before anyone sees it.
+    void showLoading(const QString &title);
     void setDetail(const QString &detail);
 
 protected:

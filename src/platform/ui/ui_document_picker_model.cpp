@@ -6,8 +6,8 @@
 
 namespace zelkam {
 
-DocumentPickerModel::DocumentPickerModel(bool allowsMultipleSelection, QObject *parent)
-    : QAbstractListModel(parent), m_multiple(allowsMultipleSelection)
+DocumentPickerModel::DocumentPickerModel(DocumentSelection selection, QObject *parent)
+    : QAbstractListModel(parent), m_mode(selection)
 {
 }
 
@@ -105,12 +105,11 @@ QModelIndex DocumentPickerModel::find(const QString &name) const
 
 void DocumentPickerModel::toggle(const QModelIndex &index)
 {
-    const DocumentEntry &item = entry(index);
-    if (item.isFolder || !flags(index).testFlag(Qt::ItemIsSelectable))
+    if (!hasMark(index))
         return;
     const QString path = pathOf(index);
     const bool wasSelected = m_selected.contains(path);
-    if (!m_multiple) {
+    if (m_mode == DocumentSelection::one) {
         m_selection.clear();
         m_selected.clear();
     }
@@ -131,6 +130,12 @@ void DocumentPickerModel::clearSelection()
     m_selected.clear();
     changed(0, rowCount() - 1);
     emit selectionChanged();
+}
+
+bool DocumentPickerModel::hasMark(const QModelIndex &index) const
+{
+    return m_mode != DocumentSelection::none && !entry(index).isFolder &&
+           flags(index).testFlag(Qt::ItemIsSelectable);
 }
 
 bool DocumentPickerModel::isSelected(const QModelIndex &index) const

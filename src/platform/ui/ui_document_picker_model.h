@@ -16,7 +16,7 @@ class DocumentPickerModel : public QAbstractListModel
     Q_OBJECT
 
 public:
-    explicit DocumentPickerModel(bool allowsMultipleSelection, QObject *parent = nullptr);
+    explicit DocumentPickerModel(DocumentSelection selection, QObject *parent = nullptr);
 
     void setListing(const DocumentListing &listing);
     /// For entries of which the choice was not known; the others keep theirs.
@@ -38,6 +38,8 @@ public:
     /// selection, it takes the place of the one before.
     void toggle(const QModelIndex &index);
     void clearSelection();
+    /// Whether a row can be picked or has been.
+    bool hasMark(const QModelIndex &index) const;
     bool isSelected(const QModelIndex &index) const;
     const QStringList &selection() const { return m_selection; }
 
@@ -57,7 +59,7 @@ private:
     std::vector<int> m_shown; ///< indexes into the listing
     QString m_search;
     bool m_showsHidden = false;
-    bool m_multiple;
+    DocumentSelection m_mode;
     QStringList m_selection;
     QSet<QString> m_selected; ///< the same, to look up
 };

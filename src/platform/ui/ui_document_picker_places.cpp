@@ -1,73 +1,18 @@
 #include "platform/ui/ui_document_picker_places.h"
 
 #include "platform/ui/theme.h"
+#include "platform/ui/ui_document_picker_controls.h"
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
-#include <QPainter>
 #include <QStandardPaths>
-#include <QStyle>
 #include <QVBoxLayout>
 #include <algorithm>
 
 namespace zelkam {
 
 namespace {
-
-class PlaceRow : public QAbstractButton
-{
-public:
-    PlaceRow(const DocumentPlace &place, QWidget *parent)
-        : QAbstractButton(parent), m_iconName(place.iconName)
-    {
-        setFont(themeFont(TextRole::body, font()));
-        setText(place.name);
-        setAccessibleName(place.name);
-        setCheckable(true);
-        setFocusPolicy(Qt::StrongFocus);
-        setAttribute(Qt::WA_Hover);
-        setFixedHeight(metrics::tapTarget + 4);
-    }
-
-    QSize sizeHint() const override { return {200, metrics::tapTarget + 4}; }
-
-protected:
-    void nextCheckState() override {} // the folder that is shown decides
-
-    void paintEvent(QPaintEvent *) override
-    {
-        QPainter painter(this);
-        painter.setRenderHint(QPainter::Antialiasing);
-        const QRectF plate = QRectF(rect()).adjusted(metrics::grid, 2, -metrics::grid, -2);
-        QColor shade = isChecked() ? accentColor(palette()) : palette().color(QPalette::WindowText);
-        shade.setAlphaF(isChecked() ? 0.14F : isDown() ? 0.1F : underMouse() ? 0.05F : 0.0F);
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(shade);
-        painter.drawRoundedRect(plate, metrics::corner, metrics::corner);
-        if (hasFocus() && window()->testAttribute(Qt::WA_KeyboardFocusChange)) {
-            painter.setBrush(Qt::NoBrush);
-            painter.setPen(QPen(accentColor(palette()), 2));
-            painter.drawRoundedRect(plate, metrics::corner, metrics::corner);
-        }
-        const auto placed = [this](const QRect &rect) {
-            return QStyle::visualRect(layoutDirection(), this->rect(), rect);
-        };
-        const QRect icon(20, (height() - metrics::icon) / 2, metrics::icon, metrics::icon);
-        painter.drawPixmap(
-            placed(icon).topLeft(),
-            tintedIcon(m_iconName, metrics::icon, accentColor(palette()), devicePixelRatioF()));
-        painter.setPen(palette().color(QPalette::WindowText));
-        const QRect text = placed(rect().adjusted(56, 0, -2 * metrics::grid, 0));
-        const Qt::Alignment side = isRightToLeft() ? Qt::AlignRight : Qt::AlignLeft;
-        painter.drawText(text,
-                         int(side | Qt::AlignVCenter | Qt::AlignAbsolute) | Qt::TextSingleLine,
-                         fontMetrics().elidedText(this->text(), Qt::ElideRight, text.width()));
-    }
-
-private:
-    QString m_iconName;
-};
 
 QString translated(const char *text)
 {
@@ -156,7 +101,8 @@ DocumentPlacesList::DocumentPlacesList(const QList<DocumentPlace> &places, QWidg
     column->setContentsMargins(0, metrics::grid, 0, metrics::grid);
     column->setSpacing(0);
     for (const DocumentPlace &place : places) {
-        auto *row = new PlaceRow(place, list);
+        auto *row = new PickerRow(place.iconName, place.name, list);
+        row->setCheckable(true);
         column->addWidget(row);
         m_rows.append(row);
         connect(row, &QAbstractButton::clicked, this,
@@ -170,8 +116,12 @@ DocumentPlacesList::DocumentPlacesList(const QList<DocumentPlace> &places, QWidg
 
 void DocumentPlacesList::setCurrent(const QString &path)
 {
-    for (qsizetype i = 0; i < m_rows.size(); ++i)
+    setFocusProxy(m_rows.first());
+    for (qsizetype i = 0; i < m_rows.size(); ++i) {
         m_rows.at(i)->setChecked(m_places.at(i).path == path);
+        if (m_rows.at(i)->isChecked())
+            setFocusProxy(m_rows.at(i));
+    }
 }
 
 } // namespace zelkam

@@ -30,7 +30,7 @@ class DocumentPlacesList : public QScrollArea
 public:
     explicit DocumentPlacesList(const QList<DocumentPlace> &places, QWidget *parent = nullptr);
 
-    /// Marks the place that a folder is.
+    /// Marks the place that a folder is. The list's focus goes there, or to the first place.
     void setCurrent(const QString &path);
 
 signals:

@@ -108,18 +108,15 @@ void DocumentRowDelegate::paint(QPainter *painter, const QStyleOptionViewItem &o
             placed(mark.adjusted(4, 4, -4, -4)).topLeft(),
             tintedIcon(mirrored ? QStringLiteral("go-previous") : QStringLiteral("go-next"), 16,
                        secondaryTextColor(palette), painter->device()->devicePixelRatio()));
-    else if (usable)
+    else if (m_model.hasMark(index))
         drawMark(*painter, placed(mark), selected, palette);
 
     painter->setOpacity(1.0);
     painter->fillRect(
         placed(QRect(text.left(), option.rect.bottom(), option.rect.right() - text.left() + 1, 1)),
         separatorColor(palette));
-    if (option.state.testFlag(QStyle::State_HasFocus) &&
-        option.widget->window()->testAttribute(Qt::WA_KeyboardFocusChange)) {
-        painter->setPen(QPen(accentColor(palette), 2));
-        painter->drawRoundedRect(QRectF(option.rect).adjusted(3, 3, -3, -4), 8, 8);
-    }
+    if (option.state.testFlag(QStyle::State_HasFocus) && showsFocus(*option.widget))
+        drawFocusRing(*painter, QRectF(option.rect).adjusted(3, 3, -3, -4), accentColor(palette));
     painter->restore();
 }
 
@@ -155,7 +152,7 @@ void DocumentRowDelegate::drawNarrow(QPainter &painter, const QRect &room,
 {
     QStringList details{documentSize(entry), documentDate(entry)};
     if (entry.choice != DocumentChoice::wrongType && !documentProblem(entry).isEmpty())
-        details.prepend(documentProblem(entry));
+        details = {documentProblem(entry)};
     details.removeAll(QString());
     const QRect upper = room.adjusted(0, 9, 0, -room.height() / 2 + 3);
     const QRect lower = room.adjusted(0, room.height() / 2 + 3, 0, -8);

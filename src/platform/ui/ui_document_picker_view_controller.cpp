@@ -5,26 +5,10 @@
 #include <QApplication>
 #include <QDir>
 #include <QFileInfo>
-#include <QStandardPaths>
 
 namespace zelkam {
 
 namespace {
-
-/// Where the last picker was accepted.
-QString &lastDirectory()
-{
-    static QString directory;
-    return directory;
-}
-
-QString firstDirectory()
-{
-    if (QDir(lastDirectory()).exists() && !lastDirectory().isEmpty())
-        return lastDirectory();
-    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-    return QDir(documents).exists() ? documents : QDir::homePath();
-}
 
 QList<UTType> typesOf(const QStringList &identifiers)
 {
@@ -74,7 +58,7 @@ void UIDocumentPickerViewController::viewDidLoad()
     connect(m_screen, &DocumentPickerView::accepted, this, &UIDocumentPickerViewController::accept);
     connect(m_screen, &DocumentPickerView::cancelled, this,
             &UIDocumentPickerViewController::cancel);
-    m_screen->openFolder(m_directory.isEmpty() ? firstDirectory() : m_directory);
+    m_screen->openFolder(m_directory.isEmpty() ? DocumentBrowser::firstFolder() : m_directory);
 }
 
 void UIDocumentPickerViewController::viewDidAppear(bool animated)
@@ -158,7 +142,7 @@ void UIDocumentPickerViewController::answer(const QStringList &paths)
 {
     if (std::exchange(m_answered, true))
         return;
-    lastDirectory() = m_screen->folder();
+    m_screen->keepFolder();
     QList<URL> urls;
     for (const QString &path : paths)
         urls.append(URL::fromFilePath(path));

@@ -59,11 +59,8 @@ protected:
             painter.drawPixmap(
                 QPointF((width() - metrics::icon) / 2.0, (height() - metrics::icon) / 2.0), icon);
         }
-        if (hasFocus() && window()->testAttribute(Qt::WA_KeyboardFocusChange)) {
-            painter.setRenderHint(QPainter::Antialiasing);
-            painter.setPen(QPen(accentColor(palette()), 2));
-            painter.drawRoundedRect(QRectF(rect()).adjusted(5, 5, -5, -5), 8, 8);
-        }
+        if (showsFocus(*this))
+            drawFocusRing(painter, QRectF(rect()).adjusted(5, 5, -5, -5), accentColor(palette()));
     }
 
 private:

@@ -1,8 +1,10 @@
+#include "platform/foundation/bundle.h"
 #include "platform/ui/theme.h"
 #include "platform/ui/ui_application.h"
 #include "platform/ui/ui_document_picker_places.h"
 #include "platform/ui/ui_document_picker_view_controller.h"
 #include "platform/ui/ui_window.h"
+#include "support/cut_texts.h"
 
 #include <QAbstractButton>
 #include <QDir>
@@ -102,11 +104,13 @@ private:
     void press(Qt::Key key) { QTest::keyClick(window->focusWidget(), key); }
 
 private slots:
+    void initTestCase() { installTranslations(QLocale::c()); }
     void init()
     {
         setMotionReduced(true);
         applyTheme(ColorScheme::light);
         root = std::make_unique<QTemporaryDir>();
+        qputenv("HOME", QFile::encodeName(root->path()));
         for (const char *name : {"Minutes 10.txt", "minutes 2.txt", "Über.pdf", "b.docx", "c.mp3"})
             write(QString::fromUtf8(name));
         write(u"invoice"_s, "%PDF-1.5\n");
@@ -334,6 +338,56 @@ private slots:
         press(Qt::Key_Down);
         press(Qt::Key_Return);
         QTRY_COMPARE(delegate->heard, QStringList({u"b.docx"_s, u"c.mp3"_s}));
+    }
+
+    void showsTheNameOfARowThatIsSelectedAndFocused()
+    {
+        present({UTType::item});
+        window->setAttribute(Qt::WA_KeyboardFocusChange);
+        press(Qt::Key_Down);
+        press(Qt::Key_Space);
+        const QImage row =
+            list()->viewport()->grab(list()->visualRect(item(u"b.docx"_s))).toImage();
+        QCOMPARE(selected(), QStringList(u"b.docx"_s));
+        QVERIFY(row.pixelColor(row.rect().center()) != accentColor(list()->palette()));
+        QCOMPARE(row.pixelColor(3, row.height() / 2), accentColor(list()->palette())); // the ring
+    }
+
+    void goesToPlacesByKeys()
+    {
+        write(u"Documents/a.txt"_s);
+        present({UTType::item});
+        picker->setDirectory(root->filePath(u"Documents"_s));
+        QTRY_COMPARE(names(), QStringList(u"a.txt"_s));
+        press(Qt::Key_Tab);
+        press(Qt::Key_Space);
+        QCOMPARE(window->focusWidget()->accessibleName(), u"Documents"_s); // where one is
+        press(Qt::Key_Up);
+        press(Qt::Key_Return);
+        QTRY_VERIFY(names().contains(u"Über.pdf"_s));
+        QVERIFY(list()->hasFocus());
+    }
+
+    void fitsTheNarrowestScreen_data()
+    {
+        QTest::addColumn<QString>("language");
+        for (const char *language : {"en", "de", "es", "fr", "ja", "ko"})
+            QTest::newRow(language) << QString::fromLatin1(language);
+    }
+    void fitsTheNarrowestScreen()
+    {
+        QFETCH(QString, language);
+        const auto speaks = test::speak(language);
+        window->resize(320, 568);
+        for (const bool multiple : {false, true}) {
+            present({UTType::item}, multiple);
+            QCOMPARE(test::cutTexts(*picker->view()).join(u", "_s), QString());
+            press(Qt::Key_Tab);
+            press(Qt::Key_Space);
+            QCOMPARE(test::cutTexts(*picker->view()).join(u", "_s), QString());
+            picker->cancel();
+            QTRY_VERIFY(!page->presentedViewController());
+        }
     }
 
     void staysUsableInAFolderThatCannotBeRead()
