@@ -56,6 +56,49 @@
         </message>
     </context>
     <context>
+        <name>FileSaving</name>
+        <message>
+            <source>Enter a name.</source>
+            <translation>Geben Sie einen Namen ein.</translation>
+        </message>
+        <message>
+            <source>A name cannot contain a slash.</source>
+            <translation>Ein Name kann keinen Schrägstrich enthalten.</translation>
+        </message>
+        <message>
+            <source>This name is not possible here.</source>
+            <translation>Dieser Name ist hier nicht möglich.</translation>
+        </message>
+        <message>
+            <source>This name is too long.</source>
+            <translation>Dieser Name ist zu lang.</translation>
+        </message>
+        <message>
+            <source>This name is taken already.</source>
+            <translation>Dieser Name ist schon vergeben.</translation>
+        </message>
+        <message>
+            <source>You may not save in this folder.</source>
+            <translation>In diesem Ordner dürfen Sie nicht sichern.</translation>
+        </message>
+        <message>
+            <source>This folder is no longer there.</source>
+            <translation>Dieser Ordner ist nicht mehr da.</translation>
+        </message>
+        <message>
+            <source>There is not enough room left.</source>
+            <translation>Der freie Platz reicht nicht.</translation>
+        </message>
+        <message>
+            <source>The file is too large for this drive.</source>
+            <translation>Die Datei ist zu groß für dieses Laufwerk.</translation>
+        </message>
+        <message>
+            <source>It could not be saved.</source>
+            <translation>Das Sichern ist fehlgeschlagen.</translation>
+        </message>
+    </context>
+    <context>
         <name>ToastActivityView</name>
         <message>
             <source>In progress</source>
@@ -67,10 +110,6 @@
         <message>
             <source>The file cannot be read.</source>
             <translation>Die Datei kann nicht gelesen werden.</translation>
-        </message>
-        <message>
-            <source>The copy could not be saved: %1</source>
-            <translation>Die Kopie konnte nicht gesichert werden: %1</translation>
         </message>
         <message>
             <source>Open in Another App</source>
@@ -91,6 +130,26 @@
         <message>
             <source>Show in Folder</source>
             <translation>Im Ordner zeigen</translation>
+        </message>
+        <message>
+            <source>No application could open the file.</source>
+            <translation>Keine App konnte die Datei öffnen.</translation>
+        </message>
+        <message>
+            <source>No e-mail application could be started.</source>
+            <translation>Keine E-Mail-App konnte gestartet werden.</translation>
+        </message>
+        <message>
+            <source>The folder could not be opened.</source>
+            <translation>Der Ordner konnte nicht geöffnet werden.</translation>
+        </message>
+        <message>
+            <source>Saved to “%1”</source>
+            <translation>Gesichert in „%1“</translation>
+        </message>
+        <message>
+            <source>Copied</source>
+            <translation>Kopiert</translation>
         </message>
     </context>
     <context>
@@ -223,22 +282,57 @@
         </message>
     </context>
     <context>
-        <name>zelkam::DocumentPickerMessage</name>
-        <message>
-            <source>Reading the folder…</source>
-            <translation>Ordner wird gelesen …</translation>
+        <name>zelkam::DocumentBrowser</name>
+        <message numerus="yes">
+            <source>%Ln item(s) so far</source>
+            <translation>
+                <numerusform>Bisher %Ln Objekt</numerusform>
+                <numerusform>Bisher %Ln Objekte</numerusform>
+            </translation>
         </message>
-    </context>
-    <context>
-        <name>zelkam::DocumentPickerView</name>
         <message>
-            <source>Places</source>
-            <translation>Orte</translation>
+            <source>Documents</source>
+            <translation>Dokumente</translation>
         </message>
         <message>
             <source>Folder above</source>
             <translation>Übergeordneter Ordner</translation>
         </message>
+        <message>
+            <source>It is no longer there.</source>
+            <translation>Er ist nicht mehr da.</translation>
+        </message>
+        <message>
+            <source>No name in this folder contains “%1”.</source>
+            <translation>Kein Name in diesem Ordner enthält „%1“.</translation>
+        </message>
+        <message>
+            <source>Nothing found</source>
+            <translation>Nichts gefunden</translation>
+        </message>
+        <message>
+            <source>Places</source>
+            <translation>Orte</translation>
+        </message>
+        <message>
+            <source>Reading the folder…</source>
+            <translation>Ordner wird gelesen …</translation>
+        </message>
+        <message>
+            <source>This folder cannot be opened</source>
+            <translation>Dieser Ordner kann nicht geöffnet werden</translation>
+        </message>
+        <message>
+            <source>This folder is empty</source>
+            <translation>Dieser Ordner ist leer</translation>
+        </message>
+        <message>
+            <source>You do not have the permission.</source>
+            <translation>Sie haben nicht die Berechtigung.</translation>
+        </message>
+    </context>
+    <context>
+        <name>zelkam::DocumentPickerView</name>
         <message>
             <source>Clear</source>
             <translation>Abwählen</translation>
@@ -254,41 +348,6 @@
         <message>
             <source>Choose a document</source>
             <translation>Dokument wählen</translation>
-        </message>
-        <message>
-            <source>Documents</source>
-            <translation>Dokumente</translation>
-        </message>
-        <message numerus="yes">
-            <source>%Ln item(s) so far</source>
-            <translation>
-                <numerusform>Bisher %Ln Objekt</numerusform>
-                <numerusform>Bisher %Ln Objekte</numerusform>
-            </translation>
-        </message>
-        <message>
-            <source>This folder cannot be opened</source>
-            <translation>Dieser Ordner kann nicht geöffnet werden</translation>
-        </message>
-        <message>
-            <source>It is no longer there.</source>
-            <translation>Er ist nicht mehr da.</translation>
-        </message>
-        <message>
-            <source>You do not have the permission.</source>
-            <translation>Sie haben nicht die Berechtigung.</translation>
-        </message>
-        <message>
-            <source>Nothing found</source>
-            <translation>Nichts gefunden</translation>
-        </message>
-        <message>
-            <source>No name in this folder contains “%1”.</source>
-            <translation>Kein Name in diesem Ordner enthält „%1“.</translation>
-        </message>
-        <message>
-            <source>This folder is empty</source>
-            <translation>Dieser Ordner ist leer</translation>
         </message>
         <message>
             <source>Nothing selected</source>
@@ -315,6 +374,25 @@
         <message>
             <source>Places</source>
             <translation>Orte</translation>
+        </message>
+    </context>
+    <context>
+        <name>zelkam::DocumentSaveView</name>
+        <message>
+            <source>Save a Copy</source>
+            <translation>Kopie sichern</translation>
+        </message>
+        <message>
+            <source>Name</source>
+            <translation>Name</translation>
+        </message>
+        <message>
+            <source>Save</source>
+            <translation>Sichern</translation>
+        </message>
+        <message>
+            <source>Saving…</source>
+            <translation>Wird gesichert …</translation>
         </message>
     </context>
     <context>
@@ -380,6 +458,17 @@
         </message>
     </context>
     <context>
+        <name>zelkam::NewFolderRow</name>
+        <message>
+            <source>New Folder</source>
+            <translation>Neuer Ordner</translation>
+        </message>
+        <message>
+            <source>Create</source>
+            <translation>Anlegen</translation>
+        </message>
+    </context>
+    <context>
         <name>zelkam::PhotoGridView</name>
         <message>
             <source>Photos</source>
@@ -419,6 +508,10 @@
         <message>
             <source>Pictures in your pictures folder appear here.</source>
             <translation>Bilder aus Ihrem Bilderordner erscheinen hier.</translation>
+        </message>
+        <message>
+            <source>Looking for photos…</source>
+            <translation>Fotos werden gesucht …</translation>
         </message>
     </context>
     <context>
@@ -464,6 +557,17 @@
         <message>
             <source>The document is damaged and cannot be shown.</source>
             <translation>Das Dokument ist beschädigt und kann nicht angezeigt werden.</translation>
+        </message>
+    </context>
+    <context>
+        <name>zelkam::SaveCopyViewController</name>
+        <message>
+            <source>Already in this folder</source>
+            <translation>Schon in diesem Ordner</translation>
+        </message>
+        <message>
+            <source>Replace</source>
+            <translation>Ersetzen</translation>
         </message>
     </context>
     <context>

@@ -56,6 +56,49 @@
         </message>
     </context>
     <context>
+        <name>FileSaving</name>
+        <message>
+            <source>Enter a name.</source>
+            <translation type="unfinished" />
+        </message>
+        <message>
+            <source>A name cannot contain a slash.</source>
+            <translation type="unfinished" />
+        </message>
+        <message>
+            <source>This name is not possible here.</source>
+            <translation type="unfinished" />
+        </message>
+        <message>
+            <source>This name is too long.</source>
+            <translation type="unfinished" />
+        </message>
+        <message>
+            <source>This name is taken already.</source>
+            <translation type="unfinished" />
+        </message>
+        <message>
+            <source>You may not save in this folder.</source>
+            <translation type="unfinished" />
+        </message>
+        <message>
+            <source>This folder is no longer there.</source>
+            <translation type="unfinished" />
+        </message>
+        <message>
+            <source>There is not enough room left.</source>
+            <translation type="unfinished" />
+        </message>
+        <message>
+            <source>The file is too large for this drive.</source>
+            <translation type="unfinished" />
+        </message>
+        <message>
+            <source>It could not be saved.</source>
+            <translation type="unfinished" />
+        </message>
+    </context>
+    <context>
         <name>ToastActivityView</name>
         <message>
             <source>In progress</source>
@@ -66,10 +109,6 @@
         <name>UIActivityViewController</name>
         <message>
             <source>The file cannot be read.</source>
-            <translation type="unfinished" />
-        </message>
-        <message>
-            <source>The copy could not be saved: %1</source>
             <translation type="unfinished" />
         </message>
         <message>
@@ -90,6 +129,26 @@
         </message>
         <message>
             <source>Show in Folder</source>
+            <translation type="unfinished" />
+        </message>
+        <message>
+            <source>No application could open the file.</source>
+            <translation type="unfinished" />
+        </message>
+        <message>
+            <source>No e-mail application could be started.</source>
+            <translation type="unfinished" />
+        </message>
+        <message>
+            <source>The folder could not be opened.</source>
+            <translation type="unfinished" />
+        </message>
+        <message>
+            <source>Saved to “%1”</source>
+            <translation type="unfinished" />
+        </message>
+        <message>
+            <source>Copied</source>
             <translation type="unfinished" />
         </message>
     </context>
@@ -223,22 +282,57 @@
         </message>
     </context>
     <context>
-        <name>zelkam::DocumentPickerMessage</name>
-        <message>
-            <source>Reading the folder…</source>
-            <translation type="unfinished" />
+        <name>zelkam::DocumentBrowser</name>
+        <message numerus="yes">
+            <source>%Ln item(s) so far</source>
+            <translation>
+                <numerusform>%Ln item so far</numerusform>
+                <numerusform>%Ln items so far</numerusform>
+            </translation>
         </message>
-    </context>
-    <context>
-        <name>zelkam::DocumentPickerView</name>
         <message>
-            <source>Places</source>
+            <source>Documents</source>
             <translation type="unfinished" />
         </message>
         <message>
             <source>Folder above</source>
             <translation type="unfinished" />
         </message>
+        <message>
+            <source>It is no longer there.</source>
+            <translation type="unfinished" />
+        </message>
+        <message>
+            <source>No name in this folder contains “%1”.</source>
+            <translation type="unfinished" />
+        </message>
+        <message>
+            <source>Nothing found</source>
+            <translation type="unfinished" />
+        </message>
+        <message>
+            <source>Places</source>
+            <translation type="unfinished" />
+        </message>
+        <message>
+            <source>Reading the folder…</source>
+            <translation type="unfinished" />
+        </message>
+        <message>
+            <source>This folder cannot be opened</source>
+            <translation type="unfinished" />
+        </message>
+        <message>
+            <source>This folder is empty</source>
+            <translation type="unfinished" />
+        </message>
+        <message>
+            <source>You do not have the permission.</source>
+            <translation type="unfinished" />
+        </message>
+    </context>
+    <context>
+        <name>zelkam::DocumentPickerView</name>
         <message>
             <source>Clear</source>
             <translation type="unfinished" />
@@ -253,41 +347,6 @@
         </message>
         <message>
             <source>Choose a document</source>
-            <translation type="unfinished" />
-        </message>
-        <message>
-            <source>Documents</source>
-            <translation type="unfinished" />
-        </message>
-        <message numerus="yes">
-            <source>%Ln item(s) so far</source>
-            <translation>
-                <numerusform>%Ln item so far</numerusform>
-                <numerusform>%Ln items so far</numerusform>
-            </translation>
-        </message>
-        <message>
-            <source>This folder cannot be opened</source>
-            <translation type="unfinished" />
-        </message>
-        <message>
-            <source>It is no longer there.</source>
-            <translation type="unfinished" />
-        </message>
-        <message>
-            <source>You do not have the permission.</source>
-            <translation type="unfinished" />
-        </message>
-        <message>
-            <source>Nothing found</source>
-            <translation type="unfinished" />
-        </message>
-        <message>
-            <source>No name in this folder contains “%1”.</source>
-            <translation type="unfinished" />
-        </message>
-        <message>
-            <source>This folder is empty</source>
             <translation type="unfinished" />
         </message>
         <message>
@@ -314,6 +373,25 @@
         <name>zelkam::DocumentPlacesList</name>
         <message>
             <source>Places</source>
+            <translation type="unfinished" />
+        </message>
+    </context>
+    <context>
+        <name>zelkam::DocumentSaveView</name>
+        <message>
+            <source>Save a Copy</source>
+            <translation type="unfinished" />
+        </message>
+        <message>
+            <source>Name</source>
+            <translation type="unfinished" />
+        </message>
+        <message>
+            <source>Save</source>
+            <translation type="unfinished" />
+        </message>
+        <message>
+            <source>Saving…</source>
             <translation type="unfinished" />
         </message>
     </context>
@@ -380,6 +458,17 @@
         </message>
     </context>
     <context>
+        <name>zelkam::NewFolderRow</name>
+        <message>
+            <source>New Folder</source>
+            <translation type="unfinished" />
+        </message>
+        <message>
+            <source>Create</source>
+            <translation type="unfinished" />
+        </message>
+    </context>
+    <context>
         <name>zelkam::PhotoGridView</name>
         <message>
             <source>Photos</source>
@@ -418,6 +507,10 @@
         </message>
         <message>
             <source>Pictures in your pictures folder appear here.</source>
+            <translation type="unfinished" />
+        </message>
+        <message>
+            <source>Looking for photos…</source>
             <translation type="unfinished" />
         </message>
     </context>
@@ -463,6 +556,17 @@
         </message>
         <message>
             <source>The document is damaged and cannot be shown.</source>
+            <translation type="unfinished" />
+        </message>
+    </context>
+    <context>
+        <name>zelkam::SaveCopyViewController</name>
+        <message>
+            <source>Already in this folder</source>
+            <translation type="unfinished" />
+        </message>
+        <message>
+            <source>Replace</source>
             <translation type="unfinished" />
         </message>
     </context>

@@ -56,6 +56,49 @@
         </message>
     </context>
     <context>
+        <name>FileSaving</name>
+        <message>
+            <source>Enter a name.</source>
+            <translation>Escriba un nombre.</translation>
+        </message>
+        <message>
+            <source>A name cannot contain a slash.</source>
+            <translation>Un nombre no puede contener una barra.</translation>
+        </message>
+        <message>
+            <source>This name is not possible here.</source>
+            <translation>Este nombre no es posible aquí.</translation>
+        </message>
+        <message>
+            <source>This name is too long.</source>
+            <translation>Este nombre es demasiado largo.</translation>
+        </message>
+        <message>
+            <source>This name is taken already.</source>
+            <translation>Este nombre ya está en uso.</translation>
+        </message>
+        <message>
+            <source>You may not save in this folder.</source>
+            <translation>No puede guardar en esta carpeta.</translation>
+        </message>
+        <message>
+            <source>This folder is no longer there.</source>
+            <translation>Esta carpeta ya no existe.</translation>
+        </message>
+        <message>
+            <source>There is not enough room left.</source>
+            <translation>No queda espacio suficiente.</translation>
+        </message>
+        <message>
+            <source>The file is too large for this drive.</source>
+            <translation>El archivo es demasiado grande para esta unidad.</translation>
+        </message>
+        <message>
+            <source>It could not be saved.</source>
+            <translation>No se ha podido guardar.</translation>
+        </message>
+    </context>
+    <context>
         <name>ToastActivityView</name>
         <message>
             <source>In progress</source>
@@ -67,10 +110,6 @@
         <message>
             <source>The file cannot be read.</source>
             <translation>No se puede leer el archivo.</translation>
-        </message>
-        <message>
-            <source>The copy could not be saved: %1</source>
-            <translation>No se ha podido guardar la copia: %1</translation>
         </message>
         <message>
             <source>Open in Another App</source>
@@ -91,6 +130,26 @@
         <message>
             <source>Show in Folder</source>
             <translation>Mostrar en la carpeta</translation>
+        </message>
+        <message>
+            <source>No application could open the file.</source>
+            <translation>Ninguna aplicación ha podido abrir el archivo.</translation>
+        </message>
+        <message>
+            <source>No e-mail application could be started.</source>
+            <translation>No se ha podido iniciar ninguna aplicación de correo.</translation>
+        </message>
+        <message>
+            <source>The folder could not be opened.</source>
+            <translation>No se ha podido abrir la carpeta.</translation>
+        </message>
+        <message>
+            <source>Saved to “%1”</source>
+            <translation>Guardado en «%1»</translation>
+        </message>
+        <message>
+            <source>Copied</source>
+            <translation>Copiado</translation>
         </message>
     </context>
     <context>
@@ -223,22 +282,57 @@
         </message>
     </context>
     <context>
-        <name>zelkam::DocumentPickerMessage</name>
-        <message>
-            <source>Reading the folder…</source>
-            <translation>Leyendo la carpeta…</translation>
+        <name>zelkam::DocumentBrowser</name>
+        <message numerus="yes">
+            <source>%Ln item(s) so far</source>
+            <translation>
+                <numerusform>%Ln elemento hasta ahora</numerusform>
+                <numerusform>%Ln elementos hasta ahora</numerusform>
+            </translation>
         </message>
-    </context>
-    <context>
-        <name>zelkam::DocumentPickerView</name>
         <message>
-            <source>Places</source>
-            <translation>Lugares</translation>
+            <source>Documents</source>
+            <translation>Documentos</translation>
         </message>
         <message>
             <source>Folder above</source>
             <translation>Carpeta superior</translation>
         </message>
+        <message>
+            <source>It is no longer there.</source>
+            <translation>Ya no existe.</translation>
+        </message>
+        <message>
+            <source>No name in this folder contains “%1”.</source>
+            <translation>Ningún nombre de esta carpeta contiene «%1».</translation>
+        </message>
+        <message>
+            <source>Nothing found</source>
+            <translation>No se ha encontrado nada</translation>
+        </message>
+        <message>
+            <source>Places</source>
+            <translation>Lugares</translation>
+        </message>
+        <message>
+            <source>Reading the folder…</source>
+            <translation>Leyendo la carpeta…</translation>
+        </message>
+        <message>
+            <source>This folder cannot be opened</source>
+            <translation>No se puede abrir esta carpeta</translation>
+        </message>
+        <message>
+            <source>This folder is empty</source>
+            <translation>Esta carpeta está vacía</translation>
+        </message>
+        <message>
+            <source>You do not have the permission.</source>
+            <translation>No tiene permiso.</translation>
+        </message>
+    </context>
+    <context>
+        <name>zelkam::DocumentPickerView</name>
         <message>
             <source>Clear</source>
             <translation>Desmarcar</translation>
@@ -254,41 +348,6 @@
         <message>
             <source>Choose a document</source>
             <translation>Elegir un documento</translation>
-        </message>
-        <message>
-            <source>Documents</source>
-            <translation>Documentos</translation>
-        </message>
-        <message numerus="yes">
-            <source>%Ln item(s) so far</source>
-            <translation>
-                <numerusform>%Ln elemento hasta ahora</numerusform>
-                <numerusform>%Ln elementos hasta ahora</numerusform>
-            </translation>
-        </message>
-        <message>
-            <source>This folder cannot be opened</source>
-            <translation>No se puede abrir esta carpeta</translation>
-        </message>
-        <message>
-            <source>It is no longer there.</source>
-            <translation>Ya no existe.</translation>
-        </message>
-        <message>
-            <source>You do not have the permission.</source>
-            <translation>No tiene permiso.</translation>
-        </message>
-        <message>
-            <source>Nothing found</source>
-            <translation>No se ha encontrado nada</translation>
-        </message>
-        <message>
-            <source>No name in this folder contains “%1”.</source>
-            <translation>Ningún nombre de esta carpeta contiene «%1».</translation>
-        </message>
-        <message>
-            <source>This folder is empty</source>
-            <translation>Esta carpeta está vacía</translation>
         </message>
         <message>
             <source>Nothing selected</source>
@@ -315,6 +374,25 @@
         <message>
             <source>Places</source>
             <translation>Lugares</translation>
+        </message>
+    </context>
+    <context>
+        <name>zelkam::DocumentSaveView</name>
+        <message>
+            <source>Save a Copy</source>
+            <translation>Guardar una copia</translation>
+        </message>
+        <message>
+            <source>Name</source>
+            <translation>Nombre</translation>
+        </message>
+        <message>
+            <source>Save</source>
+            <translation>Guardar</translation>
+        </message>
+        <message>
+            <source>Saving…</source>
+            <translation>Guardando…</translation>
         </message>
     </context>
     <context>
@@ -380,6 +458,17 @@
         </message>
     </context>
     <context>
+        <name>zelkam::NewFolderRow</name>
+        <message>
+            <source>New Folder</source>
+            <translation>Nueva carpeta</translation>
+        </message>
+        <message>
+            <source>Create</source>
+            <translation>Crear</translation>
+        </message>
+    </context>
+    <context>
         <name>zelkam::PhotoGridView</name>
         <message>
             <source>Photos</source>
@@ -419,6 +508,10 @@
         <message>
             <source>Pictures in your pictures folder appear here.</source>
             <translation>Las imágenes de su carpeta de imágenes aparecen aquí.</translation>
+        </message>
+        <message>
+            <source>Looking for photos…</source>
+            <translation>Buscando fotos…</translation>
         </message>
     </context>
     <context>
@@ -464,6 +557,17 @@
         <message>
             <source>The document is damaged and cannot be shown.</source>
             <translation>El documento está dañado y no se puede mostrar.</translation>
+        </message>
+    </context>
+    <context>
+        <name>zelkam::SaveCopyViewController</name>
+        <message>
+            <source>Already in this folder</source>
+            <translation>Ya está en esta carpeta</translation>
+        </message>
+        <message>
+            <source>Replace</source>
+            <translation>Reemplazar</translation>
         </message>
     </context>
     <context>

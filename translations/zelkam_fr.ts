@@ -56,6 +56,49 @@
         </message>
     </context>
     <context>
+        <name>FileSaving</name>
+        <message>
+            <source>Enter a name.</source>
+            <translation>Saisissez un nom.</translation>
+        </message>
+        <message>
+            <source>A name cannot contain a slash.</source>
+            <translation>Un nom ne peut pas contenir de barre oblique.</translation>
+        </message>
+        <message>
+            <source>This name is not possible here.</source>
+            <translation>Ce nom n’est pas possible ici.</translation>
+        </message>
+        <message>
+            <source>This name is too long.</source>
+            <translation>Ce nom est trop long.</translation>
+        </message>
+        <message>
+            <source>This name is taken already.</source>
+            <translation>Ce nom est déjà pris.</translation>
+        </message>
+        <message>
+            <source>You may not save in this folder.</source>
+            <translation>Vous ne pouvez pas enregistrer dans ce dossier.</translation>
+        </message>
+        <message>
+            <source>This folder is no longer there.</source>
+            <translation>Ce dossier n’existe plus.</translation>
+        </message>
+        <message>
+            <source>There is not enough room left.</source>
+            <translation>Il n’y a plus assez de place.</translation>
+        </message>
+        <message>
+            <source>The file is too large for this drive.</source>
+            <translation>Le fichier est trop volumineux pour ce disque.</translation>
+        </message>
+        <message>
+            <source>It could not be saved.</source>
+            <translation>L’enregistrement a échoué.</translation>
+        </message>
+    </context>
+    <context>
         <name>ToastActivityView</name>
         <message>
             <source>In progress</source>
@@ -67,10 +110,6 @@
         <message>
             <source>The file cannot be read.</source>
             <translation>Le fichier ne peut pas être lu.</translation>
-        </message>
-        <message>
-            <source>The copy could not be saved: %1</source>
-            <translation>La copie n’a pas pu être enregistrée : %1</translation>
         </message>
         <message>
             <source>Open in Another App</source>
@@ -91,6 +130,26 @@
         <message>
             <source>Show in Folder</source>
             <translation>Afficher dans le dossier</translation>
+        </message>
+        <message>
+            <source>No application could open the file.</source>
+            <translation>Aucune app n’a pu ouvrir le fichier.</translation>
+        </message>
+        <message>
+            <source>No e-mail application could be started.</source>
+            <translation>Aucune app de messagerie n’a pu être lancée.</translation>
+        </message>
+        <message>
+            <source>The folder could not be opened.</source>
+            <translation>Le dossier n’a pas pu être ouvert.</translation>
+        </message>
+        <message>
+            <source>Saved to “%1”</source>
+            <translation>Enregistré dans « %1 »</translation>
+        </message>
+        <message>
+            <source>Copied</source>
+            <translation>Copié</translation>
         </message>
     </context>
     <context>
@@ -223,22 +282,57 @@
         </message>
     </context>
     <context>
-        <name>zelkam::DocumentPickerMessage</name>
-        <message>
-            <source>Reading the folder…</source>
-            <translation>Lecture du dossier…</translation>
+        <name>zelkam::DocumentBrowser</name>
+        <message numerus="yes">
+            <source>%Ln item(s) so far</source>
+            <translation>
+                <numerusform>%Ln élément jusqu’ici</numerusform>
+                <numerusform>%Ln éléments jusqu’ici</numerusform>
+            </translation>
         </message>
-    </context>
-    <context>
-        <name>zelkam::DocumentPickerView</name>
         <message>
-            <source>Places</source>
-            <translation>Emplacements</translation>
+            <source>Documents</source>
+            <translation>Documents</translation>
         </message>
         <message>
             <source>Folder above</source>
             <translation>Dossier parent</translation>
         </message>
+        <message>
+            <source>It is no longer there.</source>
+            <translation>Il n’existe plus.</translation>
+        </message>
+        <message>
+            <source>No name in this folder contains “%1”.</source>
+            <translation>Aucun nom de ce dossier ne contient « %1 ».</translation>
+        </message>
+        <message>
+            <source>Nothing found</source>
+            <translation>Aucun résultat</translation>
+        </message>
+        <message>
+            <source>Places</source>
+            <translation>Emplacements</translation>
+        </message>
+        <message>
+            <source>Reading the folder…</source>
+            <translation>Lecture du dossier…</translation>
+        </message>
+        <message>
+            <source>This folder cannot be opened</source>
+            <translation>Ce dossier ne peut pas être ouvert</translation>
+        </message>
+        <message>
+            <source>This folder is empty</source>
+            <translation>Ce dossier est vide</translation>
+        </message>
+        <message>
+            <source>You do not have the permission.</source>
+            <translation>Vous n’en avez pas le droit.</translation>
+        </message>
+    </context>
+    <context>
+        <name>zelkam::DocumentPickerView</name>
         <message>
             <source>Clear</source>
             <translation>Décocher</translation>
@@ -254,41 +348,6 @@
         <message>
             <source>Choose a document</source>
             <translation>Choisir un document</translation>
-        </message>
-        <message>
-            <source>Documents</source>
-            <translation>Documents</translation>
-        </message>
-        <message numerus="yes">
-            <source>%Ln item(s) so far</source>
-            <translation>
-                <numerusform>%Ln élément jusqu’ici</numerusform>
-                <numerusform>%Ln éléments jusqu’ici</numerusform>
-            </translation>
-        </message>
-        <message>
-            <source>This folder cannot be opened</source>
-            <translation>Ce dossier ne peut pas être ouvert</translation>
-        </message>
-        <message>
-            <source>It is no longer there.</source>
-            <translation>Il n’existe plus.</translation>
-        </message>
-        <message>
-            <source>You do not have the permission.</source>
-            <translation>Vous n’en avez pas le droit.</translation>
-        </message>
-        <message>
-            <source>Nothing found</source>
-            <translation>Aucun résultat</translation>
-        </message>
-        <message>
-            <source>No name in this folder contains “%1”.</source>
-            <translation>Aucun nom de ce dossier ne contient « %1 ».</translation>
-        </message>
-        <message>
-            <source>This folder is empty</source>
-            <translation>Ce dossier est vide</translation>
         </message>
         <message>
             <source>Nothing selected</source>
@@ -315,6 +374,25 @@
         <message>
             <source>Places</source>
             <translation>Emplacements</translation>
+        </message>
+    </context>
+    <context>
+        <name>zelkam::DocumentSaveView</name>
+        <message>
+            <source>Save a Copy</source>
+            <translation>Enregistrer une copie</translation>
+        </message>
+        <message>
+            <source>Name</source>
+            <translation>Nom</translation>
+        </message>
+        <message>
+            <source>Save</source>
+            <translation>Enregistrer</translation>
+        </message>
+        <message>
+            <source>Saving…</source>
+            <translation>Enregistrement…</translation>
         </message>
     </context>
     <context>
@@ -380,6 +458,17 @@
         </message>
     </context>
     <context>
+        <name>zelkam::NewFolderRow</name>
+        <message>
+            <source>New Folder</source>
+            <translation>Nouveau dossier</translation>
+        </message>
+        <message>
+            <source>Create</source>
+            <translation>Créer</translation>
+        </message>
+    </context>
+    <context>
         <name>zelkam::PhotoGridView</name>
         <message>
             <source>Photos</source>
@@ -419,6 +508,10 @@
         <message>
             <source>Pictures in your pictures folder appear here.</source>
             <translation>Les images de votre dossier d’images apparaissent ici.</translation>
+        </message>
+        <message>
+            <source>Looking for photos…</source>
+            <translation>Recherche de photos…</translation>
         </message>
     </context>
     <context>
@@ -464,6 +557,17 @@
         <message>
             <source>The document is damaged and cannot be shown.</source>
             <translation>Le document est endommagé et ne peut pas être affiché.</translation>
+        </message>
+    </context>
+    <context>
+        <name>zelkam::SaveCopyViewController</name>
+        <message>
+            <source>Already in this folder</source>
+            <translation>Déjà dans ce dossier</translation>
+        </message>
+        <message>
+            <source>Replace</source>
+            <translation>Remplacer</translation>
         </message>
     </context>
     <context>

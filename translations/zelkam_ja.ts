@@ -56,6 +56,49 @@
         </message>
     </context>
     <context>
+        <name>FileSaving</name>
+        <message>
+            <source>Enter a name.</source>
+            <translation>名前を入力してください。</translation>
+        </message>
+        <message>
+            <source>A name cannot contain a slash.</source>
+            <translation>名前にスラッシュは使えません。</translation>
+        </message>
+        <message>
+            <source>This name is not possible here.</source>
+            <translation>この名前はここでは使えません。</translation>
+        </message>
+        <message>
+            <source>This name is too long.</source>
+            <translation>この名前は長すぎます。</translation>
+        </message>
+        <message>
+            <source>This name is taken already.</source>
+            <translation>この名前はすでに使われています。</translation>
+        </message>
+        <message>
+            <source>You may not save in this folder.</source>
+            <translation>このフォルダには保存できません。</translation>
+        </message>
+        <message>
+            <source>This folder is no longer there.</source>
+            <translation>このフォルダはもうありません。</translation>
+        </message>
+        <message>
+            <source>There is not enough room left.</source>
+            <translation>空き容量が足りません。</translation>
+        </message>
+        <message>
+            <source>The file is too large for this drive.</source>
+            <translation>ファイルが大きすぎてこのドライブに入りません。</translation>
+        </message>
+        <message>
+            <source>It could not be saved.</source>
+            <translation>保存できませんでした。</translation>
+        </message>
+    </context>
+    <context>
         <name>ToastActivityView</name>
         <message>
             <source>In progress</source>
@@ -67,10 +110,6 @@
         <message>
             <source>The file cannot be read.</source>
             <translation>ファイルを読み取れません。</translation>
-        </message>
-        <message>
-            <source>The copy could not be saved: %1</source>
-            <translation>コピーを保存できませんでした: %1</translation>
         </message>
         <message>
             <source>Open in Another App</source>
@@ -91,6 +130,26 @@
         <message>
             <source>Show in Folder</source>
             <translation>フォルダに表示</translation>
+        </message>
+        <message>
+            <source>No application could open the file.</source>
+            <translation>ファイルを開けるアプリがありません。</translation>
+        </message>
+        <message>
+            <source>No e-mail application could be started.</source>
+            <translation>メールアプリを起動できませんでした。</translation>
+        </message>
+        <message>
+            <source>The folder could not be opened.</source>
+            <translation>フォルダを開けませんでした。</translation>
+        </message>
+        <message>
+            <source>Saved to “%1”</source>
+            <translation>“%1”に保存しました</translation>
+        </message>
+        <message>
+            <source>Copied</source>
+            <translation>コピーしました</translation>
         </message>
     </context>
     <context>
@@ -223,22 +282,56 @@
         </message>
     </context>
     <context>
-        <name>zelkam::DocumentPickerMessage</name>
-        <message>
-            <source>Reading the folder…</source>
-            <translation>フォルダを読み込み中…</translation>
+        <name>zelkam::DocumentBrowser</name>
+        <message numerus="yes">
+            <source>%Ln item(s) so far</source>
+            <translation>
+                <numerusform>これまでに%Ln項目</numerusform>
+            </translation>
         </message>
-    </context>
-    <context>
-        <name>zelkam::DocumentPickerView</name>
         <message>
-            <source>Places</source>
-            <translation>場所</translation>
+            <source>Documents</source>
+            <translation>書類</translation>
         </message>
         <message>
             <source>Folder above</source>
             <translation>上のフォルダ</translation>
         </message>
+        <message>
+            <source>It is no longer there.</source>
+            <translation>もうありません。</translation>
+        </message>
+        <message>
+            <source>No name in this folder contains “%1”.</source>
+            <translation>このフォルダに「%1」を含む名前はありません。</translation>
+        </message>
+        <message>
+            <source>Nothing found</source>
+            <translation>見つかりません</translation>
+        </message>
+        <message>
+            <source>Places</source>
+            <translation>場所</translation>
+        </message>
+        <message>
+            <source>Reading the folder…</source>
+            <translation>フォルダを読み込み中…</translation>
+        </message>
+        <message>
+            <source>This folder cannot be opened</source>
+            <translation>このフォルダを開けません</translation>
+        </message>
+        <message>
+            <source>This folder is empty</source>
+            <translation>このフォルダは空です</translation>
+        </message>
+        <message>
+            <source>You do not have the permission.</source>
+            <translation>権限がありません。</translation>
+        </message>
+    </context>
+    <context>
+        <name>zelkam::DocumentPickerView</name>
         <message>
             <source>Clear</source>
             <translation>選択解除</translation>
@@ -254,40 +347,6 @@
         <message>
             <source>Choose a document</source>
             <translation>書類を選択</translation>
-        </message>
-        <message>
-            <source>Documents</source>
-            <translation>書類</translation>
-        </message>
-        <message numerus="yes">
-            <source>%Ln item(s) so far</source>
-            <translation>
-                <numerusform>これまでに%Ln項目</numerusform>
-            </translation>
-        </message>
-        <message>
-            <source>This folder cannot be opened</source>
-            <translation>このフォルダを開けません</translation>
-        </message>
-        <message>
-            <source>It is no longer there.</source>
-            <translation>もうありません。</translation>
-        </message>
-        <message>
-            <source>You do not have the permission.</source>
-            <translation>権限がありません。</translation>
-        </message>
-        <message>
-            <source>Nothing found</source>
-            <translation>見つかりません</translation>
-        </message>
-        <message>
-            <source>No name in this folder contains “%1”.</source>
-            <translation>このフォルダに「%1」を含む名前はありません。</translation>
-        </message>
-        <message>
-            <source>This folder is empty</source>
-            <translation>このフォルダは空です</translation>
         </message>
         <message>
             <source>Nothing selected</source>
@@ -313,6 +372,25 @@
         <message>
             <source>Places</source>
             <translation>場所</translation>
+        </message>
+    </context>
+    <context>
+        <name>zelkam::DocumentSaveView</name>
+        <message>
+            <source>Save a Copy</source>
+            <translation>コピーを保存</translation>
+        </message>
+        <message>
+            <source>Name</source>
+            <translation>名前</translation>
+        </message>
+        <message>
+            <source>Save</source>
+            <translation>保存</translation>
+        </message>
+        <message>
+            <source>Saving…</source>
+            <translation>保存しています…</translation>
         </message>
     </context>
     <context>
@@ -376,6 +454,17 @@
         </message>
     </context>
     <context>
+        <name>zelkam::NewFolderRow</name>
+        <message>
+            <source>New Folder</source>
+            <translation>新規フォルダ</translation>
+        </message>
+        <message>
+            <source>Create</source>
+            <translation>作成</translation>
+        </message>
+    </context>
+    <context>
         <name>zelkam::PhotoGridView</name>
         <message>
             <source>Photos</source>
@@ -415,6 +504,10 @@
         <message>
             <source>Pictures in your pictures folder appear here.</source>
             <translation>ピクチャフォルダの画像がここに表示されます。</translation>
+        </message>
+        <message>
+            <source>Looking for photos…</source>
+            <translation>写真を探しています…</translation>
         </message>
     </context>
     <context>
@@ -460,6 +553,17 @@
         <message>
             <source>The document is damaged and cannot be shown.</source>
             <translation>書類が壊れているため表示できません。</translation>
+        </message>
+    </context>
+    <context>
+        <name>zelkam::SaveCopyViewController</name>
+        <message>
+            <source>Already in this folder</source>
+            <translation>このフォルダにすでにあります</translation>
+        </message>
+        <message>
+            <source>Replace</source>
+            <translation>置き換える</translation>
         </message>
     </context>
     <context>

@@ -56,6 +56,49 @@
         </message>
     </context>
     <context>
+        <name>FileSaving</name>
+        <message>
+            <source>Enter a name.</source>
+            <translation>이름을 입력하십시오.</translation>
+        </message>
+        <message>
+            <source>A name cannot contain a slash.</source>
+            <translation>이름에는 슬래시를 쓸 수 없습니다.</translation>
+        </message>
+        <message>
+            <source>This name is not possible here.</source>
+            <translation>이 이름은 여기에서 쓸 수 없습니다.</translation>
+        </message>
+        <message>
+            <source>This name is too long.</source>
+            <translation>이름이 너무 깁니다.</translation>
+        </message>
+        <message>
+            <source>This name is taken already.</source>
+            <translation>이미 사용 중인 이름입니다.</translation>
+        </message>
+        <message>
+            <source>You may not save in this folder.</source>
+            <translation>이 폴더에는 저장할 수 없습니다.</translation>
+        </message>
+        <message>
+            <source>This folder is no longer there.</source>
+            <translation>이 폴더는 더 이상 없습니다.</translation>
+        </message>
+        <message>
+            <source>There is not enough room left.</source>
+            <translation>남은 공간이 부족합니다.</translation>
+        </message>
+        <message>
+            <source>The file is too large for this drive.</source>
+            <translation>파일이 이 드라이브에 비해 너무 큽니다.</translation>
+        </message>
+        <message>
+            <source>It could not be saved.</source>
+            <translation>저장할 수 없습니다.</translation>
+        </message>
+    </context>
+    <context>
         <name>ToastActivityView</name>
         <message>
             <source>In progress</source>
@@ -67,10 +110,6 @@
         <message>
             <source>The file cannot be read.</source>
             <translation>파일을 읽을 수 없습니다.</translation>
-        </message>
-        <message>
-            <source>The copy could not be saved: %1</source>
-            <translation>사본을 저장할 수 없습니다: %1</translation>
         </message>
         <message>
             <source>Open in Another App</source>
@@ -91,6 +130,26 @@
         <message>
             <source>Show in Folder</source>
             <translation>폴더에서 보기</translation>
+        </message>
+        <message>
+            <source>No application could open the file.</source>
+            <translation>파일을 열 수 있는 앱이 없습니다.</translation>
+        </message>
+        <message>
+            <source>No e-mail application could be started.</source>
+            <translation>이메일 앱을 시작할 수 없습니다.</translation>
+        </message>
+        <message>
+            <source>The folder could not be opened.</source>
+            <translation>폴더를 열 수 없습니다.</translation>
+        </message>
+        <message>
+            <source>Saved to “%1”</source>
+            <translation>‘%1’에 저장됨</translation>
+        </message>
+        <message>
+            <source>Copied</source>
+            <translation>복사됨</translation>
         </message>
     </context>
     <context>
@@ -223,22 +282,56 @@
         </message>
     </context>
     <context>
-        <name>zelkam::DocumentPickerMessage</name>
-        <message>
-            <source>Reading the folder…</source>
-            <translation>폴더를 읽는 중…</translation>
+        <name>zelkam::DocumentBrowser</name>
+        <message numerus="yes">
+            <source>%Ln item(s) so far</source>
+            <translation>
+                <numerusform>지금까지 %Ln개 항목</numerusform>
+            </translation>
         </message>
-    </context>
-    <context>
-        <name>zelkam::DocumentPickerView</name>
         <message>
-            <source>Places</source>
-            <translation>위치</translation>
+            <source>Documents</source>
+            <translation>문서</translation>
         </message>
         <message>
             <source>Folder above</source>
             <translation>상위 폴더</translation>
         </message>
+        <message>
+            <source>It is no longer there.</source>
+            <translation>더 이상 없습니다.</translation>
+        </message>
+        <message>
+            <source>No name in this folder contains “%1”.</source>
+            <translation>이 폴더에는 ‘%1’이(가) 포함된 이름이 없습니다.</translation>
+        </message>
+        <message>
+            <source>Nothing found</source>
+            <translation>찾을 수 없음</translation>
+        </message>
+        <message>
+            <source>Places</source>
+            <translation>위치</translation>
+        </message>
+        <message>
+            <source>Reading the folder…</source>
+            <translation>폴더를 읽는 중…</translation>
+        </message>
+        <message>
+            <source>This folder cannot be opened</source>
+            <translation>이 폴더를 열 수 없음</translation>
+        </message>
+        <message>
+            <source>This folder is empty</source>
+            <translation>이 폴더는 비어 있습니다</translation>
+        </message>
+        <message>
+            <source>You do not have the permission.</source>
+            <translation>권한이 없습니다.</translation>
+        </message>
+    </context>
+    <context>
+        <name>zelkam::DocumentPickerView</name>
         <message>
             <source>Clear</source>
             <translation>선택 해제</translation>
@@ -254,40 +347,6 @@
         <message>
             <source>Choose a document</source>
             <translation>문서 선택</translation>
-        </message>
-        <message>
-            <source>Documents</source>
-            <translation>문서</translation>
-        </message>
-        <message numerus="yes">
-            <source>%Ln item(s) so far</source>
-            <translation>
-                <numerusform>지금까지 %Ln개 항목</numerusform>
-            </translation>
-        </message>
-        <message>
-            <source>This folder cannot be opened</source>
-            <translation>이 폴더를 열 수 없음</translation>
-        </message>
-        <message>
-            <source>It is no longer there.</source>
-            <translation>더 이상 없습니다.</translation>
-        </message>
-        <message>
-            <source>You do not have the permission.</source>
-            <translation>권한이 없습니다.</translation>
-        </message>
-        <message>
-            <source>Nothing found</source>
-            <translation>찾을 수 없음</translation>
-        </message>
-        <message>
-            <source>No name in this folder contains “%1”.</source>
-            <translation>이 폴더에는 ‘%1’이(가) 포함된 이름이 없습니다.</translation>
-        </message>
-        <message>
-            <source>This folder is empty</source>
-            <translation>이 폴더는 비어 있습니다</translation>
         </message>
         <message>
             <source>Nothing selected</source>
@@ -313,6 +372,25 @@
         <message>
             <source>Places</source>
             <translation>위치</translation>
+        </message>
+    </context>
+    <context>
+        <name>zelkam::DocumentSaveView</name>
+        <message>
+            <source>Save a Copy</source>
+            <translation>사본 저장</translation>
+        </message>
+        <message>
+            <source>Name</source>
+            <translation>이름</translation>
+        </message>
+        <message>
+            <source>Save</source>
+            <translation>저장</translation>
+        </message>
+        <message>
+            <source>Saving…</source>
+            <translation>저장하는 중…</translation>
         </message>
     </context>
     <context>
@@ -376,6 +454,17 @@
         </message>
     </context>
     <context>
+        <name>zelkam::NewFolderRow</name>
+        <message>
+            <source>New Folder</source>
+            <translation>새로운 폴더</translation>
+        </message>
+        <message>
+            <source>Create</source>
+            <translation>만들기</translation>
+        </message>
+    </context>
+    <context>
         <name>zelkam::PhotoGridView</name>
         <message>
             <source>Photos</source>
@@ -415,6 +504,10 @@
         <message>
             <source>Pictures in your pictures folder appear here.</source>
             <translation>사진 폴더의 사진이 여기에 표시됩니다.</translation>
+        </message>
+        <message>
+            <source>Looking for photos…</source>
+            <translation>사진을 찾는 중…</translation>
         </message>
     </context>
     <context>
@@ -460,6 +553,17 @@
         <message>
             <source>The document is damaged and cannot be shown.</source>
             <translation>문서가 손상되어 표시할 수 없습니다.</translation>
+        </message>
+    </context>
+    <context>
+        <name>zelkam::SaveCopyViewController</name>
+        <message>
+            <source>Already in this folder</source>
+            <translation>이 폴더에 이미 있음</translation>
+        </message>
+        <message>
+            <source>Replace</source>
+            <translation>대치</translation>
         </message>
     </context>
     <context>

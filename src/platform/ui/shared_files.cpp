@@ -1,11 +1,8 @@
 #include "platform/ui/shared_files.h"
 
 #include "platform/foundation/file_reader.h"
-#include "platform/ui/preview_file.h"
 
-#include <QCoreApplication>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <QUrl>
 
 namespace zelkam {
@@ -37,33 +34,6 @@ std::unique_ptr<QMimeData> fileMimeData(const QStringList &paths)
     data->setText(paths.join(u'\n'));
     data->setData(QStringLiteral("x-special/gnome-copied-files"), gnome);
     return data;
-}
-
-QString copyFile(const QString &from, const QString &to)
-{
-    const PreviewFile source = openPreviewFile(URL::fromFilePath(from));
-    if (!source.device)
-        return QCoreApplication::translate("UIActivityViewController", "The file cannot be read.");
-    QSaveFile target(to);
-    const auto failure = [&target] {
-        return QCoreApplication::translate("UIActivityViewController",
-                                           "The copy could not be saved: %1")
-            .arg(target.errorString());
-    };
-    if (!target.open(QIODevice::WriteOnly))
-        return failure();
-    QByteArray buffer(1 << 20, Qt::Uninitialized);
-    while (true) {
-        const qint64 count = source.device->read(buffer.data(), buffer.size());
-        if (count < 0)
-            return QCoreApplication::translate("UIActivityViewController",
-                                               "The file cannot be read.");
-        if (count == 0)
-            break;
-        if (target.write(buffer.constData(), count) != count)
-            return failure();
-    }
-    return target.commit() ? QString() : failure();
 }
 
 } // namespace zelkam

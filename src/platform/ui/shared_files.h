@@ -17,8 +17,4 @@ std::optional<QStringList> sharedFilePaths(const QList<URL> &items);
 /// managers paste from.
 std::unique_ptr<QMimeData> fileMimeData(const QStringList &paths);
 
-/// Copies a file so that the target appears whole or not at all; what was there before stays when
-/// it fails. Returns a sentence for the user, or nothing when it is done. Any thread.
-QString copyFile(const QString &from, const QString &to);
-
 } // namespace zelkam

@@ -1,8 +1,10 @@
 #include "platform/ui/system_activities.h"
 
-#include "platform/foundation/dispatch_queue.h"
-#include "platform/ui/background_work.h"
+#include "platform/foundation/regular_file.h"
+#include "platform/ui/save_copy_view_controller.h"
 #include "platform/ui/shared_files.h"
+#include "platform/ui/ui_window.h"
+#include "toast/toast.h"
 
 #include <QClipboard>
 #include <QCoreApplication>
@@ -10,10 +12,9 @@
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
-#include <QFileDialog>
+#include <QDir>
 #include <QFileInfo>
 #include <QGuiApplication>
-#include <QMessageBox>
 #include <QMimeDatabase>
 #include <QPointer>
 #include <QProcess>
@@ -24,17 +25,20 @@ namespace zelkam {
 
 namespace {
 
-QString sentence(const char *text)
+class Sentences
 {
-    return QCoreApplication::translate("UIActivityViewController", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(UIActivityViewController)
+};
 
-void tellFailure(QWidget *parent, const QString &text)
+/// The end of an activity whose failure the person is told.
+std::function<void(bool)> toldIfFailed(const QString &failure, QWidget *window,
+                                       UIActivity::Done done)
 {
-    auto *box = new QMessageBox(QMessageBox::Warning, QString(), text, QMessageBox::Ok, parent);
-    box->setTextFormat(Qt::PlainText);
-    box->setAttribute(Qt::WA_DeleteOnClose);
-    box->open();
+    return [failure, window = QPointer(window), done = std::move(done)](bool succeeded) {
+        if (!succeeded)
+            makeToast(window, failure);
+        done(succeeded);
+    };
 }
 
 bool isInstalled(const QString &program)
@@ -76,7 +80,7 @@ public:
     {
     }
     QString activityType() const override { return QLatin1String(m_type); }
-    QString activityTitle() const override { return sentence(m_title); }
+    QString activityTitle() const override { return Sentences::tr(m_title); }
     QString activityIconName() const override { return QLatin1String(m_icon); }
 
 private:
@@ -103,12 +107,9 @@ public:
     void perform(const QList<URL> &items, QWidget *parent, Done done) override
     {
         const QStringList paths = sharedFilePaths(items).value_or(QStringList());
-        runProgram(QStringLiteral("xdg-open"), paths,
-                   [parent = QPointer(parent), done](bool succeeded) {
-                       if (!succeeded)
-                           tellFailure(parent, sentence("No application could open the file."));
-                       done(succeeded);
-                   });
+        runProgram(
+            QStringLiteral("xdg-open"), paths,
+            toldIfFailed(Sentences::tr("No application could open the file."), parent, done));
     }
 
 private:
@@ -143,35 +144,22 @@ public:
     }
     void perform(const QList<URL> &items, QWidget *parent, Done done) override
     {
-        const QString from = sharedFilePaths(items).value_or(QStringList()).value(0);
-        auto *dialog = new QFileDialog(parent, activityTitle());
-        dialog->setAttribute(Qt::WA_DeleteOnClose);
-        dialog->setAcceptMode(QFileDialog::AcceptSave);
-        dialog->setFileMode(QFileDialog::AnyFile);
-        dialog->setDirectory(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
-        dialog->selectFile(QFileInfo(from).fileName());
-        QObject::connect(dialog, &QDialog::finished, dialog,
-                         [dialog, from, done, parent = QPointer(parent)](int result) {
-                             const QString to = dialog->selectedFiles().value(0);
-                             if (result == QDialog::Accepted && !to.isEmpty())
-                                 save(from, to, parent, done);
-                             else
-                                 done(false);
-                         });
-        dialog->open();
-    }
-
-private:
-    static void save(const QString &from, const QString &to, QPointer<QWidget> parent, Done done)
-    {
-        runInBackground([from, to, parent, done = std::move(done)] {
-            const QString problem = copyFile(from, to);
-            DispatchQueue::main().async([problem, parent, done] {
-                if (!problem.isEmpty())
-                    tellFailure(parent, problem);
-                done(problem.isEmpty());
-            });
-        });
+        auto *window = qobject_cast<UIWindow *>(parent);
+        UIViewController *presenter = window ? window->topMostViewController() : nullptr;
+        const QString path = sharedFilePaths(items).value_or(QStringList()).value(0);
+        auto file = RegularFile::open(path);
+        if (!presenter || !file) {
+            toldIfFailed(Sentences::tr("The file cannot be read."), parent, done)(false);
+            return;
+        }
+        const auto ended = [done, window = QPointer(window)](const QString &folder) {
+            if (!folder.isEmpty())
+                makeToast(window, Sentences::tr("Saved to “%1”").arg(QDir(folder).dirName()));
+            done(!folder.isEmpty());
+        };
+        presenter->present(std::make_shared<SaveCopyViewController>(
+                               std::move(*file), QFileInfo(path).fileName(), ended),
+                           true);
     }
 };
 
@@ -187,11 +175,13 @@ public:
     {
         return sharedFilePaths(items).has_value();
     }
-    void perform(const QList<URL> &items, QWidget *, Done done) override
+    void perform(const QList<URL> &items, QWidget *parent, Done done) override
     {
         const auto paths = sharedFilePaths(items);
-        if (paths)
+        if (paths) {
             QGuiApplication::clipboard()->setMimeData(fileMimeData(*paths).release());
+            makeToast(parent, Sentences::tr("Copied"));
+        }
         done(paths.has_value());
     }
 };
@@ -213,12 +203,9 @@ public:
         QStringList arguments;
         for (const QString &path : sharedFilePaths(items).value_or(QStringList()))
             arguments << QStringLiteral("--attach") << path;
-        runProgram(QStringLiteral("xdg-email"), arguments,
-                   [parent = QPointer(parent), done](bool succeeded) {
-                       if (!succeeded)
-                           tellFailure(parent, sentence("No e-mail application could be started."));
-                       done(succeeded);
-                   });
+        runProgram(
+            QStringLiteral("xdg-email"), arguments,
+            toldIfFailed(Sentences::tr("No e-mail application could be started."), parent, done));
     }
 };
 
@@ -250,16 +237,14 @@ public:
         call << addresses << QString();
         auto *watcher = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(call));
         const QString folder = QFileInfo(paths.value(0)).path();
-        const auto ended = [parent = QPointer(parent), done,
-                            folder](QDBusPendingCallWatcher *answer) {
+        const auto shown =
+            toldIfFailed(Sentences::tr("The folder could not be opened."), parent, done);
+        const auto ended = [done, shown, folder](QDBusPendingCallWatcher *answer) {
             answer->deleteLater();
-            if (!answer->isError())
-                return done(true);
-            runProgram(QStringLiteral("xdg-open"), {folder}, [parent, done](bool succeeded) {
-                if (!succeeded)
-                    tellFailure(parent, sentence("The folder could not be opened."));
-                done(succeeded);
-            });
+            if (answer->isError())
+                runProgram(QStringLiteral("xdg-open"), {folder}, shown);
+            else
+                done(true);
         };
         QObject::connect(watcher, &QDBusPendingCallWatcher::finished, watcher, ended);
     }

@@ -23,8 +23,8 @@ public:
     virtual QString activityIconName() const = 0; ///< a freedesktop name
     /// Whether this machine can do it with these items; otherwise it is greyed out.
     virtual bool canPerform(const QList<URL> &withActivityItems) const = 0;
-    /// Does it. Calls done exactly once, now or later, on the main thread. Dialogs belong to
-    /// the given widget; a failure is told to the user by the activity itself.
+    /// Does it. Calls done exactly once, now or later, on the main thread. What it
+    /// shows lies on the given window; a failure is told to the user by the activity itself.
     virtual void perform(const QList<URL> &activityItems, QWidget *parent, Done done) = 0;
 };
 
