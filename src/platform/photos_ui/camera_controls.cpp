@@ -6,15 +6,6 @@
 
 namespace zelkam {
 
-namespace {
-
-bool showsFocus(const QWidget &widget)
-{
-    return widget.hasFocus() && widget.window()->testAttribute(Qt::WA_KeyboardFocusChange);
-}
-
-} // namespace
-
 ShutterButton::ShutterButton(QWidget *parent) : QAbstractButton(parent)
 {
     setAccessibleName(tr("Take photo"));
