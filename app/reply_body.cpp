@@ -16,6 +16,8 @@ namespace {
 
 constexpr qsizetype rawTextSize = 64 * 1024;
 constexpr qsizetype keptTextSize = 1024 * 1024;
+/// From this on, a body takes no further texts, which leaves room for the line's own.
+constexpr qint64 fullBody = longestBody / 4;
 
 /// Eight bytes at a time, as a reply may hold tens of megabytes.
 bool isAscii(const QByteArray &bytes)
@@ -119,17 +121,26 @@ private:
         // A kept text is a body of its own, of which no length counts: it is taken for the ASCII
         // that it should be, as looking at tens of megabytes takes as long as encoding them.
         if (m_kept && bytes.size() >= keptTextSize) {
-            line += "{\"" + m_tag + "\":[" + QByteArray::number(m_kept->size()) + "]}";
-            m_kept->append(bytes);
+            keep(bytes);
             return;
         }
         const bool ascii = isAscii(bytes);
-        if (ascii && bytes.size() >= rawTextSize) {
+        // What would make the body too long is kept too, however short it is.
+        if (ascii && m_kept && line.size() + m_textsSize + bytes.size() > fullBody) {
+            keep(bytes);
+        } else if (ascii && bytes.size() >= rawTextSize) {
             line += "{\"" + m_tag + "\":" + QByteArray::number(texts.size()) + '}';
             texts.append(bytes);
+            m_textsSize += bytes.size();
         } else {
             text(ascii ? QString::fromLatin1(bytes) : QString::fromUtf8(bytes));
         }
+    }
+
+    void keep(const QByteArray &bytes)
+    {
+        line += "{\"" + m_tag + "\":[" + QByteArray::number(m_kept->size()) + "]}";
+        m_kept->append(bytes);
     }
 
     void list(const QVariantList &list)
@@ -158,6 +169,7 @@ private:
 
     QByteArray m_tag;
     QList<QByteArray> *m_kept;
+    qint64 m_textsSize = 0;
 };
 
 void writeReply(Writer &writer, const ScriptReply &reply)
@@ -225,10 +237,19 @@ qint64 bodySize(const QList<QByteArray> &pieces)
 
 QList<ScriptReply> cutToBody(QList<ScriptReply> &replies, const QByteArray &tag)
 {
-    qint64 size = 0;
+    const auto size = [&tag](const ScriptReply &reply) {
+        QList<QByteArray> kept;
+        const qint64 body = bodySize(replyBody({reply}, tag, &kept));
+        const bool fits = body <= longestBody &&
+                          std::all_of(kept.cbegin(), kept.cend(), [](const QByteArray &text) {
+                              return text.size() <= longestBody;
+                          });
+        return fits ? std::optional(body + bodySize(kept)) : std::nullopt;
+    };
+    qint64 sum = 0;
     for (qsizetype i = 0; i < replies.size(); ++i) {
-        qint64 own = bodySize(replyBody({replies.at(i)}, tag));
-        if (own > longestBody) {
+        auto own = size(replies.at(i));
+        if (!own) {
             ScriptReply &reply = replies[i];
             reply.success = false;
             reply.hasData = false;
@@ -236,10 +257,11 @@ QList<ScriptReply> cutToBody(QList<ScriptReply> &replies, const QByteArray &tag)
             reply.status = commandStatusName(CommandStatus::UNKNOWN);
             reply.code = static_cast<int>(CommandStatus::UNKNOWN);
             reply.message = QStringLiteral("The reply is too long for a page.");
-            own = bodySize(replyBody({reply}, tag));
+            own = size(reply);
         }
-        size += own;
-        if (size > longestBody) {
+        sum += own.value_or(0);
+        // One reply alone may be as long as all its texts together are.
+        if (i > 0 && sum > longestBody) {
             QList<ScriptReply> rest = replies.mid(i);
             replies.resize(i);
             return rest;

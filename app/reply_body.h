@@ -32,7 +32,8 @@ struct ScriptReply
 ///
 /// @param kept  takes the texts of 1 MiB and more, shared, when it is given: the script fetches
 ///              each of them in parts at the same time, which takes less than two thirds of the
-///              time. The value under the tag is then a list with the index of the text.
+///              time. It takes shorter ones too once the body is full. The value under the tag is
+///              then a list with the index of the text.
 ///
 /// What JSON cannot hold (a number that is not finite, say) is written as null.
 QList<QByteArray> replyBody(const QList<ScriptReply> &replies, const QByteArray &tag,
@@ -42,14 +43,15 @@ QList<QByteArray> replyBody(const QList<ScriptReply> &replies, const QByteArray 
 /// page's process and waits for it; with several parts on the way, one of them is always ready.
 inline constexpr int keptTextParts = 4;
 
-/// The longest text that the web engine's script can hold, less some room: a body beyond it arrives
-/// as an empty text, and its replies with it.
+/// The longest text that the web engine's script can hold, less some room. A body beyond it arrives
+/// as an empty text, and its replies with it; so does a kept text, which is one as well.
 inline constexpr qint64 longestBody = (qint64(1) << 29) - 4096;
 
 qint64 bodySize(const QList<QByteArray> &pieces);
 
-/// Keeps the first of the replies, as many as one body can hold, and gives the rest. A reply that
-/// no body can hold becomes an error that says so: the page gets an answer even then.
+/// Keeps the first of the replies and gives the rest. More than one are kept only where all they
+/// hold together is no longer than a body, so that a page is not flooded. A reply with a text that
+/// no script can hold becomes an error that says so: the page gets an answer even then.
 QList<ScriptReply> cutToBody(QList<ScriptReply> &replies, const QByteArray &tag);
 
 /// A read-only device over pieces of memory, without joining them.

@@ -84,28 +84,28 @@ function unpack(body, kept) {
     }).replies;
 }
 
-// The longest texts come in parts at the same time, which is faster than in one piece. A text of
-// which a part is missing is null.
-function fetchKept(count, parts, done) {
-    const kept = [];
-    let texts = count;
-    if (texts === 0) done(kept);
-    for (let i = 0; i < count; i += 1) {
-        const pieces = [];
-        let missing = parts;
-        for (let j = 0; j < parts; j += 1) {
-            read(`replies/${token}/${i}/${j}`, (piece) => {
-                pieces[j] = piece;
-                missing -= 1;
-                if (missing > 0) return;
-                kept[i] = '';
-                for (let k = 0; k < parts && kept[i] !== null; k += 1) {
-                    kept[i] = pieces[k] === null ? null : kept[i] + pieces[k];
-                }
-                texts -= 1;
-                if (texts === 0) done(kept);
-            });
-        }
+// The longest texts come one after another, each in parts at the same time, which is faster than in
+// one piece. A text of which a part is missing is null.
+function fetchKept(count, parts, done, kept = []) {
+    const index = kept.length;
+    if (index === count) {
+        done(kept);
+        return;
+    }
+    const pieces = [];
+    let missing = parts;
+    for (let i = 0; i < parts; i += 1) {
+        read(`replies/${token}/${index}/${i}`, (piece) => {
+            pieces[i] = piece;
+            missing -= 1;
+            if (missing > 0) return;
+            let text = '';
+            for (let k = 0; k < parts && text !== null; k += 1) {
+                text = pieces[k] === null ? null : text + pieces[k];
+            }
+            kept[index] = text;
+            fetchKept(count, parts, done, kept);
+        });
     }
 }
 

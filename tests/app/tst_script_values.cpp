@@ -153,6 +153,29 @@ private slots:
         QCOMPARE(rest.first().call, 3);
     }
 
+    void carriesAReplyOfAnyLengthWhoseTextsFit_data()
+    {
+        QTest::addColumn<qint64>("length");
+        QTest::addColumn<int>("count");
+        QTest::newRow("the longest text, three times") << longestBody << 3;
+        QTest::newRow("ten photos") << qint64(75'000'000) << 10;
+        QTest::newRow("many that are too short to be kept one by one") << qint64(1'000'000) << 1000;
+        QTest::newRow("many that belong into the line") << qint64(65'000) << 10'000;
+    }
+
+    void carriesAReplyOfAnyLengthWhoseTextsFit()
+    {
+        QFETCH(qint64, length);
+        QFETCH(int, count);
+        QList<ScriptReply> replies(2);
+        replies[0].success = replies[0].hasData = true;
+        replies[0].data = QVariantList(count, QByteArray::fromRawData(m_zeros.data(), length));
+        QCOMPARE(cutToBody(replies, "tag"_ba).size(), 1);
+        QVERIFY(replies.first().success);
+        QList<QByteArray> kept;
+        QVERIFY(bodySize(replyBody(replies, "tag"_ba, &kept)) <= longestBody);
+    }
+
 private:
     struct Zeros
     {
