@@ -26,13 +26,16 @@ QSet<QString> &registry()
     return identifiers;
 }
 
-/// Installs a table on top of those that are there. The application object owns it.
-bool install(const QLocale &locale, const QString &file, const QString &directory)
+/// Installs a table on top of those that are there. The application object owns it. Gives the
+/// language that the table is in; nothing when there is no table.
+std::optional<QLocale> install(const QLocale &locale, const QString &file, const QString &directory)
 {
     auto translator = std::make_unique<QTranslator>(QCoreApplication::instance());
     if (!translator->load(locale, file, QStringLiteral("_"), directory))
-        return false;
-    return QCoreApplication::installTranslator(translator.release());
+        return std::nullopt;
+    const QLocale language(translator->language());
+    QCoreApplication::installTranslator(translator.release());
+    return language;
 }
 
 } // namespace
@@ -61,12 +64,16 @@ QString Bundle::localizedString(const QString &forKey, const QString &value) con
 void installTranslations(const QLocale &locale)
 {
     initResources();
-    QLocale::setDefault(locale);
     const QString ours = QStringLiteral(":/zelkam/i18n");
+    const QLocale english(QLocale::English);
     // English lies below every language: texts looked up by a key need a table of their own.
-    install(QLocale(QLocale::English), QStringLiteral("zelkam"), ours);
-    install(locale, QStringLiteral("zelkam"), ours);
-    install(locale, QStringLiteral("qtbase"), QLibraryInfo::path(QLibraryInfo::TranslationsPath));
+    install(english, QStringLiteral("zelkam"), ours);
+    const QLocale found = install(locale, QStringLiteral("zelkam"), ours).value_or(english);
+    // Numbers, dates and the direction of lines go with the language that is read, which need not
+    // be the one that was asked for. A territory's own habits stay where the language is the same.
+    const QLocale shown = found.language() == locale.language() ? locale : found;
+    QLocale::setDefault(shown);
+    install(shown, QStringLiteral("qtbase"), QLibraryInfo::path(QLibraryInfo::TranslationsPath));
 }
 
 } // namespace zelkam

@@ -28,8 +28,9 @@ private:
     QByteArray m_identifier;
 };
 
-/// Installs the translations of this product and of Qt for a locale, English where the product
-/// has none, and makes it the default locale. Main thread, once, before the first screen.
+/// Installs the translations of this product and of Qt for a locale, and makes it the default
+/// locale: numbers, dates and directions follow it. Where the product has no translation, all this
+/// is done for English. Main thread, once, before the first screen.
 void installTranslations(const QLocale &locale);
 
 } // namespace zelkam
