@@ -6,8 +6,6 @@
 #include "platform/foundation/sandbox_path.h"
 
 #include <QFile>
-#include <fcntl.h>
-#include <sys/stat.h>
 
 namespace zelkam {
 
@@ -64,19 +62,7 @@ std::unique_ptr<QFile> openContainerFile(const QString &path)
 {
     std::error_code error;
     const auto place = resolveInContainer(path, error);
-    if (!place || place->name.isEmpty())
-        return nullptr;
-    // Without O_NONBLOCK, opening a pipe would wait for somebody to write to it.
-    FileDescriptor descriptor(::openat(place->folder.get(), place->name.constData(),
-                                       O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
-    struct stat info = {};
-    if (!descriptor.isOpen() || ::fstat(descriptor.get(), &info) != 0 || !S_ISREG(info.st_mode))
-        return nullptr;
-    auto file = std::make_unique<QFile>();
-    if (!file->open(descriptor.get(), QIODevice::ReadOnly, QFileDevice::AutoCloseHandle))
-        return nullptr;
-    descriptor.release();
-    return file;
+    return place ? openRegularFile(*place) : nullptr;
 }
 
 } // namespace zelkam

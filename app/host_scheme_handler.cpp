@@ -135,12 +135,10 @@ void HostSchemeHandler::answerApp(QWebEngineUrlRequestJob *job,
         return;
     }
     auto file = m_localPage ? m_localPage->open(job->requestUrl()) : nullptr;
-    if (!file) {
+    if (file)
+        replyFile(job, job->requestUrl().path(), std::move(file));
+    else
         job->fail(QWebEngineUrlRequestJob::UrlNotFound);
-        return;
-    }
-    const QString name = file->fileName();
-    replyFile(job, name, std::move(file));
 }
 
 } // namespace zelkam

@@ -2,15 +2,17 @@
 
 #include "app/web_origin.h"
 #include "platform/foundation/file_manager.h"
+#include "platform/foundation/sandbox_path.h"
 
+#include <QDir>
 #include <QFileInfo>
 
 namespace zelkam {
 
 namespace {
 
-using namespace Qt::StringLiterals;
 const QLatin1String appHost("app");
+
 } // namespace
 
 LocalPage::LocalPage(const QString &file)
@@ -36,20 +38,14 @@ std::unique_ptr<QFile> LocalPage::open(const QUrl &address) const
     if (address.scheme() != QLatin1String(hostScheme) || address.host() != appHost)
         return nullptr;
     const QString relative = address.path(QUrl::FullyDecoded).mid(1);
-    if (relative.split(u'/').contains(u".."_s) || relative.contains(QChar(u'\0')))
-        return nullptr;
-    const QString path = m_folder + relative;
     // Downloads may lie below the page's folder; they must not get the page's rights.
-    const QString canonical = QFileInfo(path).canonicalFilePath();
     const QString container = QFileInfo(NSTemporaryDirectory()).canonicalFilePath();
-    const bool isPage = relative == m_name;
-    if (canonical.isEmpty() || (!isPage && canonical.startsWith(container + u'/')) ||
-        !QFileInfo(canonical).isFile())
+    const bool isDownload = QDir::cleanPath(m_folder + relative).startsWith(container + u'/');
+    if (isDownload && relative != m_name)
         return nullptr;
-    auto file = std::make_unique<QFile>(canonical);
-    if (!file->open(QIODevice::ReadOnly))
-        return nullptr;
-    return file;
+    std::error_code error;
+    const auto place = resolveBelow(m_folder, relative, error);
+    return place ? openRegularFile(*place) : nullptr;
 }
 
 } // namespace zelkam

@@ -21,9 +21,8 @@ public:
 
     QUrl address() const;
 
-    /// Opens the file for an address of this page's origin; null when there is none. An address
-    /// cannot lead out of the folder; a symbolic link in it may, as the folder is the
-    /// developer's own.
+    /// Opens the file for an address of this page's origin; null when there is none. Neither an
+    /// address nor a symbolic link leads out of the folder: links are not followed at all.
     std::unique_ptr<QFile> open(const QUrl &address) const;
 
 private:

@@ -86,6 +86,13 @@ private slots:
         for (const char *address : {"zelkam://app/tmp/evil.html", "zelkam://app/%2e%2e/outside.txt",
                                     "zelkam://app/sub", "zelkam://container/my%20page.html"})
             QVERIFY2(!page.open(QUrl(QString::fromLatin1(address))), address);
+        QFile::link(m_root.filePath(u"outside.txt"_s), m_root.filePath(u"app/link.txt"_s));
+        QFile::link(m_root.path(), m_root.filePath(u"app/up"_s));
+        QFile::link(m_root.filePath(u"app/sub/style.css"_s), m_root.filePath(u"app/in.css"_s));
+        QFile::link(u"/proc/self"_s, m_root.filePath(u"app/self"_s));
+        for (const char *name : {"link.txt", "up/outside.txt", "in.css", "self/environ",
+                                 "up/app/tmp/evil.html", "sub/../sub/style.css"})
+            QVERIFY2(!page.open(QUrl(u"zelkam://app/"_s + QLatin1String(name))), name);
     }
 };
 

@@ -6,6 +6,7 @@
 #include <QStringList>
 #include <cerrno>
 #include <fcntl.h>
+#include <sys/stat.h>
 
 namespace zelkam {
 
@@ -16,26 +17,33 @@ std::error_code lastError()
 
 std::optional<SandboxPath> resolveInContainer(const QString &path, std::error_code &error)
 {
+    const QString container = NSTemporaryDirectory();
+    // The container itself may be named without its last slash.
+    const QString full = path + u'/' == container ? container : path;
+    if (!full.startsWith(container)) {
+        error = std::make_error_code(std::errc::operation_not_permitted);
+        return std::nullopt;
+    }
+    return resolveBelow(container, full.mid(container.size()), error);
+}
+
+std::optional<SandboxPath> resolveBelow(const QString &folder, const QString &relativePath,
+                                        std::error_code &error)
+{
     const auto refuse = [&error]() -> std::optional<SandboxPath> {
         error = std::make_error_code(std::errc::operation_not_permitted);
         return std::nullopt;
     };
-    const QString container = NSTemporaryDirectory();
-    // The container itself may be named without its last slash.
-    const QString full = path + u'/' == container ? container : path;
-    if (!full.startsWith(container) || full.contains(QChar(u'\0')))
-        return refuse();
-
-    QStringList components = full.mid(container.size()).split(u'/', Qt::SkipEmptyParts);
+    QStringList components = relativePath.split(u'/', Qt::SkipEmptyParts);
     components.removeAll(QStringLiteral("."));
-    if (components.contains(QStringLiteral("..")))
+    if (components.contains(QStringLiteral("..")) || relativePath.contains(QChar(u'\0')))
         return refuse();
 
     SandboxPath result;
     if (!components.isEmpty())
         result.name = QFile::encodeName(components.takeLast());
     result.folder = FileDescriptor(
-        ::open(QFile::encodeName(container).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+        ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     for (const QString &component : std::as_const(components)) {
         if (!result.folder.isOpen())
             break;
@@ -51,6 +59,21 @@ std::optional<SandboxPath> resolveInContainer(const QString &path, std::error_co
     }
     error.clear();
     return result;
+}
+
+std::unique_ptr<QFile> openRegularFile(const SandboxPath &place)
+{
+    // Without O_NONBLOCK, opening a pipe would wait for somebody to write to it.
+    FileDescriptor descriptor(::openat(place.folder.get(), place.name.constData(),
+                                       O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+    struct stat info = {};
+    if (!descriptor.isOpen() || ::fstat(descriptor.get(), &info) != 0 || !S_ISREG(info.st_mode))
+        return nullptr;
+    auto file = std::make_unique<QFile>();
+    if (!file->open(descriptor.get(), QIODevice::ReadOnly, QFileDevice::AutoCloseHandle))
+        return nullptr;
+    descriptor.release();
+    return file;
 }
 
 } // namespace zelkam
