@@ -8,6 +8,7 @@
 #include <QApplication>
 #include <QEasingCurve>
 #include <QTimer>
+#include <utility>
 
 namespace zelkam {
 
@@ -49,6 +50,8 @@ void PresentationCoordinator::present(UIViewController &presenter,
         });
         return;
     }
+    if (screen->m_withdrawn)
+        return;
     if (presenter.m_presented) {
         qWarning("A screen that already presents another was asked to present; ignored.");
         return;
@@ -186,23 +189,45 @@ void PresentationCoordinator::finish()
         runNext();
 }
 
+QPointer<QWidget> PresentationCoordinator::takeOut(UIViewController &screen)
+{
+    QPointer<QWidget> focusBefore;
+    if (ScreenContainer *container = containerOf(screen)) {
+        focusBefore = container->focusBefore();
+        m_containers.removeOne(container);
+        container->hide();
+        screen.view()->setParent(nullptr);
+        container->deleteLater();
+    }
+    if (screen.m_presenting)
+        screen.m_presenting->m_presented.reset();
+    screen.m_presenting = nullptr;
+    screen.m_phase = UIViewController::Phase::resting;
+    return focusBefore;
+}
+
+void PresentationCoordinator::removeFromBelow(UIViewController &screen)
+{
+    const auto self = screen.shared_from_this();
+    const QPointer<UIViewController> presenter = screen.m_presenting;
+    screen.beginAppearance(false, false);
+    const auto above = std::exchange(screen.m_presented, nullptr);
+    const QPointer<QWidget> focusBefore = takeOut(screen);
+    if (ScreenContainer *container = containerOf(*above))
+        container->setFocusBefore(focusBefore);
+    presenter->m_presented = above;
+    above->m_presenting = presenter;
+    screen.endAppearance(false, false);
+    emit m_window.screenDidDisappear(&screen);
+    releaseLater(self);
+}
+
 void PresentationCoordinator::remove(const Transition &transition)
 {
     const auto &screens = transition.screens;
     QPointer<QWidget> focus;
-    for (auto screen = screens.crbegin(); screen != screens.crend(); ++screen) {
-        if (ScreenContainer *container = containerOf(**screen)) {
-            focus = container->focusBefore();
-            m_containers.removeOne(container);
-            container->hide();
-            (*screen)->view()->setParent(nullptr);
-            container->deleteLater();
-        }
-        if ((*screen)->m_presenting)
-            (*screen)->m_presenting->m_presented.reset();
-        (*screen)->m_presenting = nullptr;
-        (*screen)->m_phase = UIViewController::Phase::resting;
-    }
+    for (auto screen = screens.crbegin(); screen != screens.crend(); ++screen)
+        focus = takeOut(**screen);
     if (focus)
         focus->setFocus(Qt::OtherFocusReason);
     else if (!m_containers.isEmpty())

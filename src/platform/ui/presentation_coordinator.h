@@ -32,6 +32,8 @@ public:
     void dismiss(UIViewController &screen, bool animated, Completion completion);
 
     bool isBusy() const { return m_running.has_value(); }
+    /// Takes a screen out from between the one that presented it and the one that it presents.
+    void removeFromBelow(UIViewController &screen);
     /// Ends a running transition now, as if its time were over.
     void finishNow();
     /// Removes everything that is presented, at once and without completions of its own.
@@ -54,6 +56,7 @@ private:
     void begin(Transition transition);
     void finish();
     void remove(const Transition &transition);
+    QPointer<QWidget> takeOut(UIViewController &screen);
     void runNext();
     void apply(double shown);
     void keepFocusInside(QWidget *focused);

@@ -16,6 +16,7 @@ public:
 
     QWidget *screenView() const { return m_view; }
     QWidget *focusBefore() const { return m_focusBefore; }
+    void setFocusBefore(QWidget *widget) { m_focusBefore = widget; }
 
     /// Gives the focus to the first control that takes it by Tab, otherwise to the container.
     void takeFocus();

@@ -49,8 +49,16 @@ void ensureIconTheme()
                 paths.append(folder);
         }
         QIcon::setThemeSearchPaths(paths);
-        if (QIcon::fallbackThemeName().isEmpty())
+        // "hicolor" is what Qt names where there is no theme; it holds applications' own icons.
+        const auto isNone = [](const QString &theme) {
+            return theme.isEmpty() || theme == u"hicolor";
+        };
+        if (isNone(QIcon::fallbackThemeName()))
             QIcon::setFallbackThemeName(QStringLiteral("breeze"));
+        // Qt looks into the fallback only when there is a theme to fall back from.
+        if (isNone(QIcon::themeName()))
+            QIcon::setThemeName(isDark(QApplication::palette()) ? QStringLiteral("breeze-dark")
+                                                                : QStringLiteral("breeze"));
         return true;
     }();
     Q_UNUSED(done)

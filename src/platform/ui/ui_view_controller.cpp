@@ -84,6 +84,24 @@ void UIViewController::leave(bool animated, Completion completion)
         presenter->dismiss(animated, std::move(completion));
 }
 
+void UIViewController::withdraw()
+{
+    m_withdrawn = true;
+    UIWindow *shownIn = window();
+    if (!shownIn || !presentingViewController())
+        return;
+    if (isBeingPresented())
+        shownIn->coordinator().finishNow();
+    leave(false);
+}
+
+void UIViewController::removeFromBelow()
+{
+    UIWindow *shownIn = window();
+    if (shownIn && m_presenting && m_presented && !shownIn->isInTransition())
+        shownIn->coordinator().removeFromBelow(*this);
+}
+
 std::shared_ptr<UIViewController> UIViewController::presentedViewController() const
 {
     for (const UIViewController *each = this; each; each = each->m_parent) {

@@ -96,6 +96,14 @@ public:
     /// be all that goes, and leave it behind. Otherwise like dismiss().
     void leave(bool animated, Completion completion = {});
 
+    /// Takes this screen back for good, at once and without motion: with all that lies above it
+    /// when it is presented, and before it has come when it still waits for another transition.
+    void withdraw();
+
+    /// Takes a presented screen out from below the one that it presents, which stays in sight. With
+    /// nothing above it, or while a transition runs, nothing happens.
+    void removeFromBelow();
+
     /// What this controller, or one of its ancestors, presents; from the call of present() until
     /// the end of the dismissal.
     std::shared_ptr<UIViewController> presentedViewController() const;
@@ -171,6 +179,7 @@ private:
     QPointer<UIViewController> m_presenting;
     Phase m_phase = Phase::resting;
     bool m_visible = false;
+    bool m_withdrawn = false;
 };
 
 } // namespace zelkam

@@ -151,6 +151,51 @@ private slots:
         QCOMPARE(a->presentedViewController(), b);
     }
 
+    void aScreenThatIsTakenBackGoesOrDoesNotCome()
+    {
+        setMotionReduced(false);
+        auto a = screen("a");
+        auto b = screen("b");
+        auto c = screen("c");
+        for (const auto &each : {a, b, c})
+            m_root->present(each, true);
+        c->withdraw(); // it waits for the others
+        a->withdraw(); // it is on its way; what comes above it goes with it
+        QTRY_VERIFY(m_log.contains(QLatin1String("a gone")));
+        QTRY_COMPARE(m_window->topMostViewController(), m_root.get());
+        QVERIFY(!m_window->isInTransition() && !m_log.contains(QLatin1String("c loaded")));
+        m_root->present(a, false, note("never"));
+        QTest::qWait(20);
+        QVERIFY(!m_log.contains(QLatin1String("never")));
+    }
+
+    void aCoveredScreenLeavesTheOthersInPlace()
+    {
+        auto *field = new QLineEdit;
+        addSubview(m_root->view(), field);
+        field->setFocus();
+        auto a = screen("a");
+        auto b = screen("b");
+        a->removeFromBelow(); // it lies nowhere yet
+        m_root->present(a, false);
+        m_root->present(b, false, note("b presented"));
+        QTRY_VERIFY(m_log.contains(QLatin1String("b presented")));
+        b->removeFromBelow(); // nothing lies above it
+        a->removeFromBelow();
+        QCOMPARE(m_root->presentedViewController(), b);
+        QCOMPARE(b->presentingViewController(), m_root.get());
+        QVERIFY(!a->presentedViewController() && !a->presentingViewController());
+        QVERIFY(m_log.contains(QLatin1String("a gone")) &&
+                !m_log.contains(QLatin1String("b gone")));
+        m_root->dismiss(false);
+        QTRY_COMPARE(QApplication::focusWidget(), field);
+    }
+
+    void iconsAreThereInAHostThatSetsNoTheme()
+    {
+        QVERIFY(!tintedIcon(QStringLiteral("go-next"), 24, Qt::black, 1.0).isNull());
+    }
+
     void whatCannotBePresentedIsRefused()
     {
         auto a = screen("a");
