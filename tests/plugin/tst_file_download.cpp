@@ -21,6 +21,7 @@
 #include <QtTest>
 #include <atomic>
 #include <sys/resource.h>
+#include <unistd.h>
 
 using namespace zelkam;
 using namespace Qt::StringLiterals;
@@ -500,6 +501,60 @@ private slots:
         QVERIFY(preview->shareOpt);
         QCOMPARE(preview->modalPresentationStyle, UIModalPresentationStyle::overFullScreen);
         QVERIFY(indicator() == false);
+    }
+
+    void tellsNoSecretToPageOrLog()
+    {
+        HTTPCookieStorage::shared().setCookie(
+            HTTPCookie(u"sid"_s, u"canary-cookie"_s, u"127.0.0.1"_s, {}));
+        const QByteArray cookie = "Set-Cookie: set=canary-set\r\n";
+        const auto to = [&](const QString &target) {
+            return HttpTestServer::redirect("302 F", target, cookie);
+        };
+        const QList<QByteArray> answers{
+            HttpTestServer::answer("x", cookie),
+            HttpTestServer::answer("x", cookie, "404 N"),
+            HttpTestServer::answer("x", "Content-Length: 9\r\n" + cookie),
+            "canary-garbage",
+            HttpTestServer::answer("x", "Content-Encoding: gzip\r\n" + cookie),
+            "",
+            "HTTP/1.1 200 OK\r\nX: " + QByteArray("canary-x").repeated(99'999) + "\r\n\r\n",
+            to(u"/canary-path"_s),
+            to(u"http://127.0.0.1:1/canary-path"_s),
+            to(u"canary:a"_s)};
+        QFile log(root->filePath(u"log"_s));
+        QVERIFY(log.open(QIODevice::ReadWrite));
+        const int out = ::dup(STDOUT_FILENO);
+        const int err = ::dup(STDERR_FILENO);
+        ::dup2(log.handle(), STDOUT_FILENO);
+        ::dup2(log.handle(), STDERR_FILENO);
+        QStringList told;
+        for (const QByteArray &answer : answers) {
+            server.on("/canary-path", answer);
+            for (const char *method : {"get", "post"}) {
+                auto options = get(u"/canary-path?canary-query"_s);
+                options[u"url"_s] =
+                    options[u"url"_s].toString().replace(u"//"_s, u"//canary-user:canary-pass@"_s);
+                options.insert(
+                    {{u"httpHeaders"_s, QVariantMap{{u"Authorization"_s, u"canary-token"_s}}},
+                     {u"data"_s, QVariantMap{{u"key"_s, u"canary-data"_s}}},
+                     {u"requestType"_s, QString::fromLatin1(method)},
+                     {u"fileName"_s, u"f"_s}});
+                told += replies(options);
+            }
+        }
+        std::fflush(stdout);
+        ::dup2(out, STDOUT_FILENO);
+        ::dup2(err, STDERR_FILENO);
+        ::close(out);
+        ::close(err);
+        QCOMPARE(told.size(), 2 * answers.size());
+        QCOMPARE(told.count(u"success"_s), 2);
+        QVERIFY2(!told.join(u'\n').contains(u"canary"_s), qPrintable(told.join(u'\n')));
+        log.seek(0);
+        const QByteArray logged = log.readAll();
+        QVERIFY(logged.contains("saveFile(url:_:)") && logged.contains("URLError."));
+        QVERIFY2(!logged.contains("canary"), logged.constData());
     }
 
     void saysSoWhenThereIsNothingToPresentFrom()
