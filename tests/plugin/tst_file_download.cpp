@@ -139,7 +139,7 @@ private slots:
     }
     void cleanup()
     {
-        QVERIFY(!indicatorSwitchedElsewhere);
+        QVERIFY(!indicatorSwitchedElsewhere.exchange(false));
         plugin.reset();
         page.reset();
         window.reset();
@@ -528,6 +528,10 @@ private slots:
         const int err = ::dup(STDERR_FILENO);
         ::dup2(log.handle(), STDOUT_FILENO);
         ::dup2(log.handle(), STDERR_FILENO);
+        const auto before =
+            qInstallMessageHandler([](QtMsgType, const auto &, const QString &text) {
+                std::fprintf(stderr, "%s\n", qPrintable(text));
+            });
         QStringList told;
         for (const QByteArray &answer : answers) {
             server.on("/canary-path", answer);
@@ -543,6 +547,7 @@ private slots:
                 told += replies(options);
             }
         }
+        qInstallMessageHandler(before);
         std::fflush(stdout);
         ::dup2(out, STDOUT_FILENO);
         ::dup2(err, STDERR_FILENO);

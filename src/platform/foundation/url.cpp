@@ -4,6 +4,7 @@
 #include "platform/foundation/system_version.h"
 
 #include <QRegularExpression>
+#include <algorithm>
 
 namespace zelkam {
 
@@ -72,12 +73,9 @@ std::optional<URL> URL::fromString(const QString &string)
     }
     if (text.isEmpty())
         return std::nullopt;
-    for (const QChar c : text) {
-        // QUrl's strict mode takes these; RFC 3986 does not.
-        if (c <= u' ' || c >= u'\x7f' || c == u'"' || c == u'<' || c == u'>' || c == u'\\' ||
-            c == u'^' || c == u'`' || c == u'{' || c == u'|' || c == u'}')
-            return std::nullopt;
-    }
+    // QUrl's strict mode takes letters beyond ASCII and control characters; RFC 3986 does not.
+    if (std::any_of(text.begin(), text.end(), [](QChar c) { return c < u' ' || c >= u'\x7f'; }))
+        return std::nullopt;
     const auto parsable = withAsciiHost(text);
     const QUrl url(parsable.value_or(QString()), QUrl::StrictMode);
     if (!parsable || !url.isValid())

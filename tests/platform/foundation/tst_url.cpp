@@ -64,11 +64,6 @@ private slots:
         same("an address of version six", u"http://[::1]:80/"_s);
         QTest::newRow("nothing") << u""_s << u""_s << u""_s;
         QTest::newRow("a blank") << u"/my file"_s << u"/my%20file"_s << u""_s;
-        QTest::newRow("a blank in the query")
-            << u"http://h/?a b"_s << u"http://h/?a%20b"_s << u""_s;
-        QTest::newRow("a blank in the host") << u"http://a b/"_s << u""_s << u""_s;
-        QTest::newRow("a backslash") << u"http://h\\@e/"_s << u""_s << u""_s;
-        QTest::newRow("a backslash in the path") << u"/a\\b"_s << u"/a%5Cb"_s << u""_s;
         QTest::newRow("a lone percent sign") << u"/50%.png"_s << u"/50%25.png"_s << u""_s;
         QTest::newRow("letters beyond ASCII") << u"/ü"_s << u"/%C3%BC"_s << u""_s;
         QTest::newRow("an encoded bracket in the host") << u"http://%5B::1%5D/"_s << u""_s << u""_s;
@@ -87,6 +82,18 @@ private slots:
         };
         QCOMPARE(parse(QVersionNumber(18, 0)), newest);
         QCOMPARE(parse(QVersionNumber(16, 4)), older);
+        setSystemVersion(QVersionNumber(18, 0));
+    }
+
+    void refusesWhatMayNotStandInAUrl()
+    {
+        setSystemVersion(QVersionNumber(16, 4));
+        const QString unfit = u" \\\"<>^`{|}\u0001\t\n\u007f\u0085\u00a0\u00fc"_s;
+        for (const QChar c : unfit) {
+            for (const auto &form : {u"/a%1b"_s, u"http://h/?a%1"_s, u"http://h/#%1a"_s,
+                                     u"http://h%1/"_s, u"http://u%1@h/"_s, u"%1"_s})
+                QVERIFY2(!URL::fromString(form.arg(c)), qPrintable(form.arg(c)));
+        }
         setSystemVersion(QVersionNumber(18, 0));
     }
 

@@ -249,6 +249,17 @@ private slots:
         QCOMPARE(download(request, configuration).data, "done");
     }
 
+    void noDetourLeadsInside()
+    {
+        const URL own = *URL::fromString(u"http://own.example"_s);
+        RequestChain chain(requestFor(u"http://h.example/"_s), {false, own});
+        QVERIFY(!chain.reached(AddressSpace::publicNetwork));
+        QVERIFY(!chain.follow(302, "http://own.example/", {}));
+        QVERIFY(!chain.reached(AddressSpace::thisMachine));
+        QVERIFY(!chain.follow(302, "http://router.example/", {}));
+        QVERIFY(chain.reached(AddressSpace::privateNetwork));
+    }
+
     void behindAProxyNumbersAreKnown()
     {
         const QByteArray direct = qgetenv("no_proxy");
