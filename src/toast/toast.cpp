@@ -6,7 +6,6 @@
 
 #include <QVariant>
 
-#include <algorithm>
 #include <cstdio>
 
 namespace zelkam {
@@ -72,18 +71,6 @@ static void enqueue(QWidget *host, QWidget *toast, ToastDuration duration, QPoin
     state.queue()->append(toast);
 }
 
-// With the queue off all toasts are shown at once, up to a number beyond which nobody can tell them
-// apart: each one costs a picture in every frame of every fade. Not counted is one that nothing but
-// a tap sends away: it would keep the others waiting for ever.
-static bool mustWait(QWidget *host)
-{
-    const auto active = ToastHost::of(host).activeToasts();
-    if (ToastManager::shared().isQueueEnabled)
-        return !active->isEmpty();
-    constexpr int mostAtOnce = 16;
-    return std::count_if(active->begin(), active->end(), goesByItself) >= mostAtOnce;
-}
-
 void showToast(QWidget *host, std::unique_ptr<QWidget> toast, ToastDuration duration, QPointF point,
                ToastCallback completion)
 {
@@ -95,7 +82,7 @@ void showToast(QWidget *host, std::unique_ptr<QWidget> toast, ToastDuration dura
     toast->setProperty(ToastKeys::completion, QVariant::fromValue(wrapper));
     // From here on the host owns it, as a child or in its queue.
     QWidget *view = toast.release();
-    if (mustWait(host))
+    if (manager.isQueueEnabled && !ToastHost::of(host).activeToasts()->isEmpty())
         enqueue(host, view, duration, point);
     else
         presentToast(host, view, duration, point);

@@ -49,9 +49,9 @@ void makeToast(QWidget *host, const std::optional<QString> &message, ToastDurati
                ToastCallback completion = nullptr);
 
 /// Shows a widget of the caller's as a toast, or queues it: where the queue is on and the host
-/// shows a toast, and with the queue off where it shows sixteen. Takes it over and deletes it when
-/// it has gone. The widget's graphics effect is replaced. If its size has not been set, it takes
-/// its sizeHint().
+/// shows a toast. Takes it over and deletes it when it has gone. The widget's graphics effect is
+/// replaced. If its size has not been set, it takes its sizeHint(). Of more than sixteen toasts
+/// the oldest are hidden while newer ones lie on them.
 ///
 /// The widget may be deleted at any time: while it is shown that counts as a time-out, and while it
 /// waits it drops out of the queue.

@@ -5,9 +5,12 @@
 #include <QResizeEvent>
 #include <QVariant>
 
+#include <algorithm>
+
 namespace zelkam {
 
 static constexpr char hostKey[] = "zelkam.toast.host";
+static constexpr char coveredKey[] = "zelkam.toast.covered"; // on a toast below too many others
 
 ToastHost &ToastHost::of(QWidget *host)
 {
@@ -69,6 +72,31 @@ void ToastHost::addSubview(QWidget *view, QPointF center)
     m_placed.append({view, FlexibleMargins(center, toastFrame(view).size(), m_host->size())});
     view->show();
     view->raise();
+}
+
+void ToastHost::coverOldest()
+{
+    constexpr qsizetype mostDrawn = 16;
+    const auto active = activeToasts();
+    const qsizetype first = std::max<qsizetype>(active->size() - mostDrawn, 0);
+    const auto isCovered = [](const QWidget *view) { return view->property(coveredKey).toBool(); };
+    const auto setCovered = [](QWidget *view, bool covered) {
+        view->setProperty(coveredKey, covered);
+        view->setVisible(!covered);
+    };
+    for (qsizetype i = first; i < active->size(); ++i) {
+        QWidget *view = active->at(i);
+        if (view && view->parentWidget() == m_host && isCovered(view))
+            setCovered(view, false);
+    }
+    // The covered ones are the oldest, so the first that is met ends the walk.
+    for (qsizetype i = first - 1; i >= 0; --i) {
+        QWidget *view = active->at(i);
+        if (view && isCovered(view))
+            break;
+        if (view && view->parentWidget() == m_host)
+            setCovered(view, true);
+    }
 }
 
 void ToastHost::park(QWidget *view)

@@ -35,6 +35,11 @@ public:
     /// relative place when the host changes its size.
     void addSubview(QWidget *view, QPointF center);
 
+    /// Draws no more than the newest sixteen of the active toasts. The others lie below them and
+    /// live on as they would; each would be one more picture in every frame. To be called whenever
+    /// a toast has been added or removed.
+    void coverOldest();
+
     /// Takes a view off the screen, or one that was never there into custody.
     void park(QWidget *view);
 

@@ -22,8 +22,7 @@ public:
     ToastStyle style;
     /// Whether a tap sends a toast away. Read when the toast is shown.
     bool isTapToDismissEnabled = true;
-    /// Whether a toast waits until the earlier ones of its host have gone. Otherwise it waits only
-    /// where sixteen are shown.
+    /// Whether a toast waits until the earlier ones of its host have gone.
     bool isQueueEnabled = false;
     /// The time between fade-in and fade-out.
     ToastDuration duration = ToastDuration(3.0);

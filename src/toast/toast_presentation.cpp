@@ -90,6 +90,7 @@ void watchForDeletion(QWidget *host, QWidget *toast)
                          };
                          if (active->removeIf(isGone) == 0)
                              return;
+                         ToastHost::of(host).coverOldest();
                          QMetaObject::invokeMethod(
                              host,
                              [host, wrapper] {
@@ -110,8 +111,10 @@ void finishDismissal(QWidget *toast, bool fromTap)
     if (presenter)
         ToastHost::of(presenter).park(toast);
     for (const QPointer<QWidget> &host : hosts) {
-        if (host)
-            ToastHost::of(host).activeToasts()->removeOne(toast);
+        if (!host)
+            continue;
+        ToastHost::of(host).activeToasts()->removeOne(toast);
+        ToastHost::of(host).coverOldest();
     }
 
     const QPointer guard(toast);
@@ -129,12 +132,6 @@ void finishDismissal(QWidget *toast, bool fromTap)
 }
 
 } // namespace
-
-bool goesByItself(const QWidget *toast)
-{
-    return toast &&
-           (!timerOf(toast) || timerOf(toast)->isActive() || toast->property(hidingKey).isValid());
-}
 
 void presentToast(QWidget *host, QWidget *toast, ToastDuration duration, QPointF point)
 {
@@ -154,6 +151,7 @@ void presentToast(QWidget *host, QWidget *toast, ToastDuration duration, QPointF
 
     state.activeToasts()->append(toast);
     state.addSubview(toast, point);
+    state.coverOldest();
     announceToast(toast);
     fadeToast(toast, 1.0, FadeCurve::easeOut, [toast, duration] { startTimer(toast, duration); });
 }
