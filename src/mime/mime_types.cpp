@@ -217,7 +217,7 @@ QStringView mimeTypesValue(QStringView extension)
     const Slot &slot = table[slotOf(key, multiplier)];
     if (slot.key == key && key != Key())
         return slot.mimeType;
-    if (key != Key() || extension.size() > maxExtension)
+    if (key != Key())
         return {};
     // A letter outside ASCII may have a lower case inside it: the Kelvin sign has.
     const QString text = extension.toString().toLower();

@@ -36,9 +36,6 @@ bool ToastTapRecognizer::eventFilter(QObject *watched, QEvent *event)
     case QEvent::TouchCancel:
         event->accept();
         return handleTouch(event);
-    case QEvent::ContextMenu:
-        event->accept();
-        return true;
     case QEvent::Hide:
         end(false);
         break;

@@ -109,6 +109,7 @@ private slots:
         QCOMPARE(ofUrl(u"https://host.pdf"_s), unknown);
         QCOMPARE(ofUrl(u"file:///a%2Epdf"_s), u"application/pdf"_s);
         QCOMPARE(mimeType(QUrl()), unknown);
+        QCOMPARE(mimeType(QUrl(u"file:///a%2F.pdf"_s)), unknown);
         // As text, the same address is a path, and its query a part of the name.
         QCOMPARE(mimeType(u"https://host/a.png?b=c.pdf"_s), u"application/pdf"_s);
     }

@@ -20,13 +20,14 @@ private slots:
         };
         row("a boolean", true, "bool");
         row("a text that says true", u"true"_s, "string");
-        row("a whole number", qlonglong(1), "integer");
-        row("a number without a fraction", 1e15, "integer");
-        row("the least 64-bit number", -0x1p63, "integer");
-        row("one beyond the 64-bit range", 0x1p63, "");
-        row("a fraction", 1.5, "");
-        row("not a number", qQNaN(), "");
-        row("infinity", qInf(), "");
+        row("a whole number", qlonglong(1), "integer number");
+        row("a whole number of Qt's", 1, "integer number");
+        row("a number without a fraction", 1e15, "integer number");
+        row("the least 64-bit number", -0x1p63, "integer number");
+        row("one beyond the 64-bit range", 0x1p63, "number");
+        row("a fraction", 1.5, "number");
+        row("not a number", qQNaN(), "number");
+        row("infinity", qInf(), "number");
         row("a dictionary", QVariantMap{{u"a"_s, 1}}, "dictionary");
         row("a dictionary of texts", QVariantMap{{u"a"_s, u"1"_s}}, "dictionary texts");
         row("an empty dictionary", QVariantMap(), "dictionary texts");
@@ -46,6 +47,8 @@ private slots:
             readable += u"string"_s;
         if (integerArgument(arguments, key))
             readable += u"integer"_s;
+        if (numberArgument(arguments, key))
+            readable += u"number"_s;
         if (dictionaryArgument(arguments, key))
             readable += u"dictionary"_s;
         if (textDictionaryArgument(arguments, key))

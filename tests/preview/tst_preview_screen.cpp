@@ -6,6 +6,7 @@
 #include "preview/preview_data_source.h"
 #include "preview/zelkam_mobile_contents_pre_view_vc.h"
 
+#include <QAbstractButton>
 #include <QPlainTextEdit>
 #include <QScrollBar>
 #include <QTemporaryDir>
@@ -68,6 +69,7 @@ private slots:
         const UINavigationBar *bar = bars().first();
         QCOMPARE(bar->geometry(), QRect(0, 40, 390, 44));
         QCOMPARE(bar->topItem()->title, u"My Report ü.txt"_s);
+        QCOMPARE(bar->topItem()->titleElision, Qt::ElideMiddle);
         QCOMPARE(bar->topItem()->leftBarButtonItem->systemItem(), UIBarButtonSystemItem::done);
         QVERIFY(!bar->topItem()->rightBarButtonItem);
         QCOMPARE(screen->children().size(), 1);
@@ -141,7 +143,10 @@ private slots:
         const auto sheet =
             std::dynamic_pointer_cast<UIActivityViewController>(screen->presentedViewController());
         QVERIFY(sheet);
-        QVERIFY(!sheet->activities().isEmpty());
+        const auto rows = sheet->view()->findChildren<QAbstractButton *>();
+        QVERIFY(std::any_of(rows.begin(), rows.end(), [](const QAbstractButton *row) {
+            return row->text() == u"Copy File" && row->isEnabled(); // there is something to share
+        }));
         auto *popover = sheet->popoverPresentationController();
         QCOMPARE(popover != nullptr, tablet);
         if (popover)
@@ -172,6 +177,7 @@ private slots:
         PreviewDataSource source(item);
         QCOMPARE(source.numberOfPreviewItems(nullptr), 1);
         QCOMPARE(source.previewController(nullptr, 7), item);
+        QCOMPARE(item->previewItemTitle(), u"A"_s);
     }
 };
 

@@ -101,6 +101,7 @@ private slots:
         const FlexibleMargins middle({200, 400}, toast, host);
         QCOMPARE(middle.center(toast, turned), QPointF(400, 200));
         QCOMPARE(middle.center(toast, {100, 40}), QPointF(50, 20));
+        QCOMPARE(FlexibleMargins({60, 25}, toast, toast).center(toast, turned), QPointF(400, 200));
         // 740 of 750 free points lie above: 98.67 % of the 350 that are free after the turn.
         const FlexibleMargins bottom({200, 765}, toast, host);
         QCOMPARE(bottom.center(toast, turned), QPointF(400, 350 * 740.0 / 750.0 + 25));
@@ -179,6 +180,22 @@ private slots:
             // A cut line ends in the low box of the ellipsis, an uncut one in a letter.
             const QImage image = drawn(text, text.sizeThatFits(40.0).toSize());
             QCOMPARE(isInk(image, 28, lines * 16 - 12), lines == 4);
+        }
+    }
+
+    void linesAreAligned()
+    {
+        const QFont font = ToastManager::shared().style.messageFont;
+        const QPair<TextAlignment, int> cases[] = {{TextAlignment::left, 0},
+                                                   {TextAlignment::center, 24},
+                                                   {TextAlignment::right, 48},
+                                                   {TextAlignment::natural, 0}};
+        for (const auto &[alignment, x] : cases) {
+            // Of the second paragraph an ellipsis is left, which is drawn low; of two lines' room
+            // the one line takes the middle.
+            const QImage image = drawn(ToastText(u"a\nb"_s, font, alignment, 1), {64, 32});
+            QVERIFY(isInk(image, x + 4, 12) && !isInk(image, x + 4, 22));
+            QVERIFY(isInk(image, x + 12, 18) && !isInk(image, x + 12, 12));
         }
     }
 

@@ -128,6 +128,22 @@ private slots:
         }
     }
 
+    // The title is cut to one line and lies at the right, above two lines of message.
+    void titleAndMessageKeepTheirOwnStyle()
+    {
+        WhiteHost host;
+        ToastStyle &style = ToastManager::shared().style;
+        style.titleColor = Qt::red;
+        style.messageColor = Qt::green;
+        style.titleAlignment = TextAlignment::right;
+        style.titleNumberOfLines = 1;
+        makeToast(&host, u"AAAA\nA"_s, 1h, QPointF(200, 200), u"A\nA"_s);
+        const QImage image = host.picture(1);
+        QCOMPARE(at(image, 200, 178), QColor(Qt::red));
+        QCOMPARE(at(image, 188, 207), QColor(Qt::green));
+        QCOMPARE(at(image, 188, 223), QColor(Qt::green));
+    }
+
     void shadow_data() { addRatios(); }
 
     // The edge of the shadow lies at 330; its coverage falls as the normal distribution does.
@@ -138,6 +154,7 @@ private slots:
         useBigBubble(Qt::blue);
         useRedShadow(30);
         QWidget *toast = host.toast(QString());
+        host.picture(4); // as on another screen, before it is moved to this one
         for (double alpha : {1.0, 0.5}) {
             ToastEffect::of(toast)->setAlpha(alpha);
             const QImage image = host.picture(ratio);
@@ -156,14 +173,18 @@ private slots:
         }
     }
 
-    void activityShadowHasItsColour()
+    void activityHasItsColours()
     {
         WhiteHost host;
         ToastManager::shared().style.activityBackgroundColor = Qt::blue;
         useRedShadow(20);
+        ToastManager::shared().style.activityIndicatorColor = Qt::green;
         makeToastActivity(&host);
-        const QColor pixel = at(host.picture(1), 255, 200);
+        const QImage image = host.picture(1);
+        const QColor pixel = at(image, 255, 200);
         QVERIFY(pixel.red() == 255 && pixel.green() < 80 && pixel.blue() < 80);
+        QCOMPARE(at(image, 155, 200), QColor(Qt::blue));
+        QVERIFY(at(image, 193, 189).green() > 50);
     }
 
     void imageKeepsItsAspectRatio()

@@ -1,5 +1,7 @@
+#include "toast/toast_fade.h"
 #include "toast_test_support.h"
 
+#include <QPropertyAnimation>
 #include <QTemporaryFile>
 
 #include <cstdio>
@@ -18,22 +20,45 @@ private slots:
     void lifeOfAToast()
     {
         Host host({375, 667});
-        ToastManager::shared().style.fadeDuration = 150ms;
         new QWidget(&host);
-        const QPointer toast = host.toast(u"a"_s, 100ms);
+        const QPointer toast = host.toast(u"a"_s);
         QCOMPARE(host.children().last(), toast);
         QCOMPARE(alphaOf(toast), 0.0);
         QCOMPARE(ToastManager::shared().completion.toastView, &host);
 
-        QTRY_VERIFY(alphaOf(toast) > 0.0 && alphaOf(toast) < 1.0);
         QVERIFY(!timerOf(toast));
         QTRY_VERIFY(timerOf(toast));
         QCOMPARE(alphaOf(toast), 1.0);
-        QTRY_VERIFY(alphaOf(toast) < 1.0);
+        QCOMPARE(timerOf(toast)->interval(), 3'600'000);
+        hideToast(&host, toast);
+        QVERIFY(!timerOf(toast)->isActive());
         QCOMPARE(host.active(), ToastArray{toast});
         QTRY_COMPARE(host.log, u"a."_s);
         QVERIFY(host.active().isEmpty());
         QTRY_VERIFY(!toast);
+    }
+
+    void fadesEaseAndBeginWhereTheyAre()
+    {
+        ToastManager::shared().style.fadeDuration = 1h;
+        Host host;
+        QWidget *toast = host.toast(u"a"_s);
+        const auto halfWay = [toast] {
+            const auto fades = ToastEffect::of(toast)->findChildren<QPropertyAnimation *>();
+            auto *fade = fades.last();
+            for (const auto *earlier : fades) {
+                if (earlier != fade && earlier->state() != QAbstractAnimation::Stopped)
+                    return -1.0;
+            }
+            fade->setCurrentTime(fade->duration() / 2);
+            return alphaOf(toast);
+        };
+        const double in = halfWay();
+        QVERIFY(in > 0.6 && in < 0.8);
+        hideToast(&host);
+        const double out = halfWay() / in;
+        QVERIFY(out > 0.6 && out < 0.8);
+        QCOMPARE(toMilliseconds(1e12), std::numeric_limits<int>::max());
     }
 
     void reducedMotionKeepsTheOrder()
@@ -92,7 +117,9 @@ private slots:
         Host host;
         ToastManager::shared().isQueueEnabled = true;
         const QPointer first = host.toast(u"a"_s, 10ms);
-        QWidget *second = host.toast(u"b"_s, 10ms);
+        Host other;
+        other.toast(u"x"_s);
+        QWidget *second = host.toast(u"b"_s, 10ms); // the latest host again, though it waits
         QWidget *third = host.toast(u"c"_s);
         QCOMPARE(host.active(), ToastArray{first});
         QCOMPARE(host.waiting(), (ToastArray{second, third}));
@@ -255,6 +282,14 @@ private slots:
         host.resize(400, 800);
         QCOMPARE(toast->pos(), QPoint(150, 740));
         QTRY_VERIFY(!toast);
+        ToastManager::shared().isQueueEnabled = true;
+        host.toast(u"a"_s);
+        made = std::make_unique<QWidget>();
+        made->show();
+        showToast(&host, std::move(made));
+        QVERIFY(!host.waiting().first()->isVisible());
+        hideAllToasts(&host);
+        QTRY_VERIFY(host.active().isEmpty());
         showToast(&host, nullptr);
         makeToast(nullptr, u"no host"_s);
         QVERIFY(host.active().isEmpty());

@@ -75,6 +75,8 @@ private slots:
             QTest::mouseRelease(window, Qt::LeftButton, {}, end);
         } else if (gesture == u"right button") {
             QTest::mouseClick(window, Qt::RightButton, {}, inside);
+            QContextMenuEvent menu(QContextMenuEvent::Mouse, inside, inside);
+            QApplication::sendEvent(host.active().first(), &menu);
         } else {
             QTest::touchEvent(window, m_screen).press(0, inside);
             if (gesture == u"two fingers") {
@@ -84,10 +86,13 @@ private slots:
             QTest::touchEvent(window, m_screen).move(0, end);
             QTest::touchEvent(window, m_screen).release(0, end);
         }
+        QFETCH(bool, isTap);
+        if (isTap)
+            QTRY_COMPARE(host.log, u"press me!"_s);
         QTest::qWait(60);
         QCOMPARE(host.presses, 0);
-        QTEST(host.log == u"press me!", "isTap");
-        QCOMPARE(host.active().isEmpty(), !host.log.isEmpty());
+        QCOMPARE(host.log.isEmpty(), !isTap);
+        QCOMPARE(host.active().isEmpty(), isTap);
     }
 
     void pressOnTheOverhangGoesThrough()
@@ -127,6 +132,7 @@ private slots:
         QTest::newRow("is kept out by a toast that takes taps") << true << false << 0;
         QTest::newRow("is not kept out where taps are off") << false << false << 1;
         QTest::newRow("is not kept out by the activity bubble") << true << true << 1;
+        QTest::newRow("is not kept out once the toast is hidden") << true << false << 1;
     }
 
     void fingerElsewhere()
@@ -150,6 +156,8 @@ private slots:
         const QPoint other(200, 350);
         QWindow *window = host.windowHandle();
         QTest::touchEvent(window, m_screen).press(0, held);
+        if (presses == 1 && tapToDismiss && !onActivity)
+            host.active().first()->hide();
         QTest::touchEvent(window, m_screen).stationary(0).press(1, other);
         QCOMPARE(neighbour.presses, presses);
         QTest::touchEvent(window, m_screen).release(0, held).release(1, other);
