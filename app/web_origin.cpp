@@ -19,7 +19,9 @@ std::optional<WebOrigin> WebOrigin::fromUrl(const QUrl &url)
 {
     const QString scheme = url.scheme().toLower();
     const bool isWeb = scheme == u"http" || scheme == u"https";
-    if (!url.isValid() || (!isWeb && scheme != QLatin1String(hostScheme)))
+    // A backslash ends the host for a browser, where QUrl takes it for a part of the user's name.
+    if (!url.isValid() || url.userInfo().contains(u'\\') ||
+        (!isWeb && scheme != QLatin1String(hostScheme)))
         return std::nullopt;
     WebOrigin origin;
     origin.m_scheme = scheme;

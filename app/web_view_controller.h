@@ -7,6 +7,7 @@
 #include <QUrl>
 
 class QStackedWidget;
+class QWebEngineLoadingInfo;
 class QWebEngineView;
 
 namespace zelkam {
@@ -27,8 +28,6 @@ public:
     QString webViewId() const override { return m_webViewId; }
 
     void load(const QUrl &url);
-    /// Loads again what was shown or could not be shown.
-    void reload();
 
 signals:
     /// The page is there.
@@ -43,12 +42,15 @@ protected:
 
 private:
     void watchPage();
+    void followLoad(const QWebEngineLoadingInfo &info);
+    void showLoadFailure(const QUrl &url, const QString &reason);
     void showFailure(const QString &iconName, const QString &title, const QString &text);
     void showPage();
 
     QPointer<WebPage> m_page;
     QString m_webViewId;
-    QUrl m_url;
+    int m_loadSteps = 0;
+    bool m_hasCrashed = false;
     QPointer<QStackedWidget> m_stack;
     QPointer<QWebEngineView> m_view;
     QPointer<MessageScreen> m_message;

@@ -90,18 +90,11 @@ QString HostProcess::debuggerAddress()
     return {};
 }
 
-QJsonValue HostProcess::run(const QString &body, int timeoutMilliseconds)
+QJsonObject HostProcess::ask(const QString &method, const QJsonObject &parameters,
+                             int timeoutMilliseconds)
 {
     const int id = ++m_lastId;
-    const QString expression =
-        u"(async () => { try { return (await (async () => { %1 })()) ?? null } catch (e) {"
-        " return { rejected: { status: e.status ?? null, code: e.code ?? null,"
-        " message: String(e.message) } } } })()"_s.arg(body);
-    const QJsonObject parameters{
-        {u"expression"_s, expression}, {u"awaitPromise"_s, true}, {u"returnByValue"_s, true}};
-    const QJsonObject request{
-        {u"id"_s, id}, {u"method"_s, u"Runtime.evaluate"_s}, {u"params"_s, parameters}};
-
+    const QJsonObject request{{u"id"_s, id}, {u"method"_s, method}, {u"params"_s, parameters}};
     QEventLoop loop;
     QJsonObject answer;
     const auto connection =
@@ -117,12 +110,37 @@ QJsonValue HostProcess::run(const QString &body, int timeoutMilliseconds)
         QString::fromUtf8(QJsonDocument(request).toJson(QJsonDocument::Compact)));
     loop.exec();
     disconnect(connection);
+    return answer;
+}
+
+QJsonValue HostProcess::run(const QString &body, int timeoutMilliseconds)
+{
+    const QString expression =
+        u"(async () => { try { return (await (async () => { %1 })()) ?? null } catch (e) {"
+        " return { rejected: { status: e.status ?? null, code: e.code ?? null,"
+        " message: String(e.message) } } } })()"_s.arg(body);
+    const QJsonObject answer =
+        ask(u"Runtime.evaluate"_s,
+            {{u"expression"_s, expression}, {u"awaitPromise"_s, true}, {u"returnByValue"_s, true}},
+            timeoutMilliseconds);
     if (answer.isEmpty())
         return QJsonObject{{u"late"_s, true}};
     const auto result = answer.value(u"result"_s).toObject();
     if (result.contains(u"exceptionDetails"_s))
         return result;
     return result.value(u"result"_s).toObject().value(u"value"_s);
+}
+
+void HostProcess::click(int x, int y)
+{
+    for (const QString &type : {u"mousePressed"_s, u"mouseReleased"_s})
+        ask(u"Input.dispatchMouseEvent"_s,
+            {{u"type"_s, type},
+             {u"x"_s, x},
+             {u"y"_s, y},
+             {u"button"_s, u"left"_s},
+             {u"clickCount"_s, 1}},
+            5000);
 }
 
 int HostProcess::waitForEnd(int timeoutMilliseconds)

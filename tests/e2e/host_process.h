@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QJsonObject>
 #include <QJsonValue>
 #include <QObject>
 #include <QProcess>
@@ -27,6 +28,9 @@ public:
     /// not returned in time { "late": true }.
     QJsonValue run(const QString &body, int timeoutMilliseconds = 20000);
 
+    /// Clicks at a place of the page, in points, as a person does.
+    void click(int x, int y);
+
     /// Waits for the program to end and gives its exit status; -1 when it does not end.
     int waitForEnd(int timeoutMilliseconds = 20000);
 
@@ -42,6 +46,8 @@ public:
 
 private:
     QString debuggerAddress();
+    /// Sends a command to the debugging port and gives its answer; empty when none came in time.
+    QJsonObject ask(const QString &method, const QJsonObject &parameters, int timeoutMilliseconds);
 
     QTemporaryDir m_root;
     QProcess m_process;
