@@ -20,7 +20,8 @@ struct Option
 };
 
 constexpr std::array options{
-    Option{"real-server-url", "URL", "base for relative addresses (default: the page's origin)"},
+    Option{"real-server-url", "URL",
+           "base for relative addresses (default: the calling page's origin)"},
     Option{"allow-origin", "ORIGIN", "a further origin that may call (repeatable)"},
     Option{"max-download", "MIB", "refuse larger files (default: 16384, 4096 of them unpacked)"},
     Option{"allow-unsafe-redirects", nullptr,

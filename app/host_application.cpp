@@ -37,6 +37,7 @@ AllowedOrigins allowedOrigins(const HostOptions &options, const QUrl &page)
 HostApplication::HostApplication(const HostOptions &options, const QUrl &page,
                                  const std::optional<LocalPage> &localPage)
     : m_transformsUrls(options.urlTransformer),
+      m_realServerUrl(options.realServerUrl),
       m_startPage(page),
       m_profile(!options.offscreen, options.language),
       m_bridge(allowedOrigins(options, page), this),
@@ -55,18 +56,7 @@ HostApplication::HostApplication(const HostOptions &options, const QUrl &page,
     column->addWidget(m_window, 1);
     m_device->resize(options.size);
 
-    // Without a server of its own, a local page has no base for relative addresses.
-    QString realServerUrl = options.realServerUrl;
-    if (realServerUrl.isEmpty() && !localPage)
-        realServerUrl = WebOrigin::fromUrl(page)->toString();
-    if (!realServerUrl.isEmpty())
-        ZelkamMobileData::shared().setOptions(webViewId, WebViewOptions{realServerUrl});
-
-    const auto plugin = makePlugin<ZelkamMobileContentsPlugin>();
-    plugin->setViewController(m_webViewController.get());
-    plugin->setWebView(m_webViewController.get());
-    m_plugin = plugin;
-    m_bridge.addPlugin(plugin);
+    m_bridge.addPlugin([this](const WebOrigin &origin) { return makeContentsPlugin(origin); });
 
     connectPage();
     connectScreens();
@@ -76,9 +66,24 @@ HostApplication::HostApplication(const HostOptions &options, const QUrl &page,
 
 HostApplication::~HostApplication()
 {
-    m_plugin->setViewController(nullptr);
-    m_plugin->setWebView(nullptr);
+    m_bridge.endSessions();
     ZelkamMobileData::shared().setOptions(webViewId, std::nullopt);
+}
+
+std::shared_ptr<ZelkamMobilePlugin> HostApplication::makeContentsPlugin(const WebOrigin &page)
+{
+    // Relative addresses belong to the server that the calling page came from. A local page came
+    // from none.
+    QString realServerUrl = m_realServerUrl;
+    if (realServerUrl.isEmpty() && page.isWeb())
+        realServerUrl = page.toString();
+    ZelkamMobileData::shared().setOptions(
+        webViewId,
+        realServerUrl.isEmpty() ? std::nullopt : std::optional(WebViewOptions{realServerUrl}));
+    const auto plugin = makePlugin<ZelkamMobileContentsPlugin>();
+    plugin->setViewController(m_webViewController.get());
+    plugin->setWebView(m_webViewController.get());
+    return plugin;
 }
 
 void HostApplication::start()
@@ -106,6 +111,11 @@ void HostApplication::connectPage()
 
     connect(&m_page, &QWebEnginePage::windowCloseRequested, this, &HostApplication::closeRequested);
     connect(&m_bridge, &ScriptBridge::closeRequested, this, &HostApplication::closeRequested);
+    connect(&m_page, &QWebEnginePage::urlChanged, this, [this](const QUrl &url) {
+        // A blob's address has none of its own, but its document may have the page's.
+        if (const auto origin = WebOrigin::fromUrl(url))
+            m_bridge.showsOrigin(*origin);
+    });
     connect(&m_page, &QWebEnginePage::titleChanged, m_device.get(), &QWidget::setWindowTitle);
     connect(m_webViewController.get(), &WebViewController::loaded, this,
             &HostApplication::showOrigin);

@@ -27,7 +27,7 @@ class HostApplication : public QObject, private CommandDelegate
     Q_OBJECT
 
 public:
-    /// @param page  what to load     @param ownOrigin  the page's origin, which may call
+    /// @param page  what to load; its origin may call
     HostApplication(const HostOptions &options, const QUrl &page,
                     const std::optional<LocalPage> &localPage);
     ~HostApplication() override;
@@ -48,12 +48,14 @@ signals:
 
 private:
     UrlTransformer urlTransformer() const override;
+    std::shared_ptr<ZelkamMobilePlugin> makeContentsPlugin(const WebOrigin &page);
     void connectPage();
     void connectScreens();
     void takeScreenshots(const QString &directory);
     void showOrigin();
 
     const bool m_transformsUrls;
+    const QString m_realServerUrl; ///< empty for that of the calling page
     const QUrl m_startPage;
     HostProfile m_profile;
     ScriptBridge m_bridge;
@@ -65,7 +67,6 @@ private:
     StatusBar *m_statusBar;
     UIWindow *m_window;
     std::shared_ptr<WebViewController> m_webViewController;
-    std::shared_ptr<ZelkamMobilePlugin> m_plugin;
     std::unique_ptr<Screenshots> m_screenshots;
 };
 

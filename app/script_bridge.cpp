@@ -6,6 +6,8 @@
 
 #include <QMetaMethod>
 #include <QPointer>
+#include <algorithm>
+#include <utility>
 
 namespace zelkam {
 
@@ -62,11 +64,6 @@ ScriptBridge::~ScriptBridge()
     endSessions();
 }
 
-void ScriptBridge::addPlugin(std::shared_ptr<ZelkamMobilePlugin> plugin)
-{
-    m_plugins.append(std::move(plugin));
-}
-
 bool ScriptBridge::isAllowed(const std::optional<WebOrigin> &origin) const
 {
     return origin && m_allowedOrigins.contains(*origin);
@@ -74,7 +71,7 @@ bool ScriptBridge::isAllowed(const std::optional<WebOrigin> &origin) const
 
 std::optional<QByteArray> ScriptBridge::openSession(const std::optional<WebOrigin> &origin)
 {
-    if (!isAllowed(origin) || m_sessions.size() >= maxSessions)
+    if (!isAllowed(origin) || m_documents.size() >= maxSessions)
         return std::nullopt;
     const QPointer<ScriptBridge> self(this);
     const auto session = std::make_shared<ScriptSession>(*origin, [self] {
@@ -85,15 +82,15 @@ std::optional<QByteArray> ScriptBridge::openSession(const std::optional<WebOrigi
                 emit self->m_channel.repliesWait();
         });
     });
-    m_sessions.insert(session->token(), session);
+    m_documents.insert(session->token(), {session, {}});
     return session->token();
 }
 
 std::optional<QList<QByteArray>> ScriptBridge::takeReplies(const QByteArray &token,
                                                            const std::optional<WebOrigin> &origin)
 {
-    const auto session = m_sessions.value(token);
-    if (!session || !origin || session->origin() != *origin)
+    const auto session = this->session(token, origin);
+    if (!session)
         return std::nullopt;
     QList<ScriptReply> replies = session->take();
     QList<QByteArray> kept;
@@ -114,42 +111,64 @@ std::optional<QList<QByteArray>> ScriptBridge::takeReplies(const QByteArray &tok
 std::optional<TextPart> ScriptBridge::takePart(const QByteArray &token, qsizetype index, int part,
                                                const std::optional<WebOrigin> &origin)
 {
-    const auto session = m_sessions.value(token);
-    if (!session || !origin || session->origin() != *origin)
+    const auto session = this->session(token, origin);
+    if (!session)
         return std::nullopt;
     return session->takePart(index, part);
 }
 
+std::shared_ptr<ScriptSession> ScriptBridge::session(const QByteArray &token,
+                                                     const std::optional<WebOrigin> &origin) const
+{
+    const auto session = m_documents.value(token).session;
+    return session && origin && session->origin() == *origin ? session : nullptr;
+}
+
 void ScriptBridge::endSessions()
 {
-    for (const auto &session : std::as_const(m_sessions))
-        session->close();
-    m_sessions.clear();
+    // Taken out first: the end of what a plug-in started may call back.
+    const auto documents = std::exchange(m_documents, {});
+    for (const Document &document : documents) {
+        document.session->close();
+        for (const auto &plugin : document.plugins)
+            plugin->invalidate();
+    }
+}
+
+void ScriptBridge::showsOrigin(const WebOrigin &origin)
+{
+    const auto isElsewhere = [&origin](const Document &document) {
+        return document.session->origin() != origin;
+    };
+    if (std::any_of(m_documents.cbegin(), m_documents.cend(), isElsewhere))
+        endSessions();
 }
 
 void ScriptBridge::call(const QByteArray &token, qint64 number, const QString &command,
                         const QString &arguments, const QString &tag)
 {
-    const auto session = m_sessions.value(token);
-    if (!session) {
-        ZLog::debug(QStringLiteral("A call without a session was dropped."));
-        return;
-    }
-    m_gate([self = QPointer<ScriptBridge>(this), session, number, command, arguments, tag] {
+    m_gate([self = QPointer<ScriptBridge>(this), token, number, command, arguments, tag] {
         if (self)
-            self->run(session, number, command, arguments, tag);
+            self->run(token, number, command, arguments, tag);
     });
 }
 
 void ScriptBridge::close(const QByteArray &token)
 {
-    if (m_sessions.contains(token))
+    if (m_documents.contains(token))
         emit closeRequested();
 }
 
-void ScriptBridge::run(const std::shared_ptr<ScriptSession> &session, qint64 number,
-                       const QString &command, const QString &arguments, const QString &tag)
+void ScriptBridge::run(const QByteArray &token, qint64 number, const QString &command,
+                       const QString &arguments, const QString &tag)
 {
+    // Looked for behind the gate: the document may have gone while the call waited there.
+    const auto document = m_documents.find(token);
+    if (document == m_documents.end()) {
+        ZLog::debug(QStringLiteral("A call without a session was dropped."));
+        return;
+    }
+    const auto session = document->session;
     const auto fail = [&](CommandStatus status, const QString &message) {
         ScriptCall(session, number, command, std::nullopt, nullptr).error(status, message, false);
     };
@@ -163,16 +182,19 @@ void ScriptBridge::run(const std::shared_ptr<ScriptSession> &session, qint64 num
         fail(CommandStatus::INVALID_PARAM, QStringLiteral("The arguments cannot be read."));
         return;
     }
-    for (const auto &plugin : std::as_const(m_plugins)) {
+    if (document->plugins.isEmpty()) {
+        for (const PluginMaker &maker : std::as_const(m_pluginMakers))
+            document->plugins.append(maker(session->origin()));
+    }
+    const auto plugins = document->plugins;
+    for (const auto &plugin : plugins) {
         const QMetaMethod method = findCommand(*plugin->metaObject(), command.toUtf8());
         if (!method.isValid())
             continue;
         emit called(command, arguments);
         const CallBackManagerPtr call =
             std::make_shared<ScriptCall>(session, number, command, read->dictionary, m_delegate);
-        // Held for the call, as the command may let go of the last other reference to its plug-in.
-        method.invoke(std::shared_ptr(plugin).get(), Qt::DirectConnection,
-                      Q_ARG(zelkam::CallBackManagerPtr, call));
+        method.invoke(plugin.get(), Qt::DirectConnection, Q_ARG(zelkam::CallBackManagerPtr, call));
         return;
     }
     fail(CommandStatus::COMMAND_NOT_FOUND,

@@ -54,10 +54,15 @@ public:
     /// Runs the given work when something else is done, in the order in which it was given.
     using Gate = std::function<void(std::function<void()>)>;
 
+    /// Makes a plug-in for a document of the origin.
+    using PluginMaker = std::function<std::shared_ptr<ZelkamMobilePlugin>(const WebOrigin &)>;
+
     explicit ScriptBridge(AllowedOrigins allowedOrigins, CommandDelegate *delegate);
     ~ScriptBridge() override;
 
-    void addPlugin(std::shared_ptr<ZelkamMobilePlugin> plugin);
+    /// Adds a plug-in. Each document has one of its own, which is made for its first call and
+    /// invalidated with its session: no document has to do with what another one started.
+    void addPlugin(PluginMaker maker) { m_pluginMakers.append(std::move(maker)); }
 
     /// What each command, and each notice of replies, waits for; nothing by default.
     void setGate(Gate gate) { m_gate = std::move(gate); }
@@ -81,8 +86,12 @@ public:
     std::optional<TextPart> takePart(const QByteArray &token, qsizetype index, int part,
                                      const std::optional<WebOrigin> &origin);
 
-    /// Ends every session: the document is gone.
+    /// Ends every session, and what its document started: the document is gone.
     void endSessions();
+
+    /// The page shows a document of this origin now. Ends every session when there is one of
+    /// another origin: a document that runs no script does not begin by itself.
+    void showsOrigin(const WebOrigin &origin);
 
     /// Runs a command. The status of a call that no command takes is COMMAND_NOT_FOUND; that of
     /// arguments that cannot be read is INVALID_PARAM.
@@ -100,13 +109,23 @@ signals:
     void replied(const zelkam::ScriptReply &reply);
 
 private:
-    void run(const std::shared_ptr<ScriptSession> &session, qint64 number, const QString &command,
+    void run(const QByteArray &token, qint64 number, const QString &command,
              const QString &arguments, const QString &tag);
+
+    /// What belongs to one document.
+    struct Document
+    {
+        std::shared_ptr<ScriptSession> session;
+        QList<std::shared_ptr<ZelkamMobilePlugin>> plugins; ///< none before the first call
+    };
+
+    std::shared_ptr<ScriptSession> session(const QByteArray &token,
+                                           const std::optional<WebOrigin> &origin) const;
 
     const AllowedOrigins m_allowedOrigins;
     CommandDelegate *const m_delegate;
-    QList<std::shared_ptr<ZelkamMobilePlugin>> m_plugins;
-    QHash<QByteArray, std::shared_ptr<ScriptSession>> m_sessions;
+    QList<PluginMaker> m_pluginMakers;
+    QHash<QByteArray, Document> m_documents; ///< by the tokens of their sessions
     Gate m_gate;
     ScriptChannel m_channel;
 };

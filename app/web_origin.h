@@ -25,6 +25,9 @@ public:
     /// there is more (a path, a user name), a wildcard, or a scheme other than http and https.
     static std::optional<WebOrigin> fromText(const QString &text);
 
+    /// Whether it is a server's: http or https.
+    bool isWeb() const { return m_scheme != QLatin1String(hostScheme); }
+
     /// As a page's location.origin has it: without the default port.
     QString toString() const;
 

@@ -129,7 +129,7 @@ void WebPage::noteLoad(const QWebEngineUrlRequestInfo &info)
                        WebOrigin::fromUrl(info.initiator()) == WebOrigin::fromUrl(url()));
 }
 
-void WebPage::retry()
+bool WebPage::retry()
 {
     // A load that fails leaves the document before it where it is.
     if (url().isEmpty())
@@ -138,6 +138,9 @@ void WebPage::retry()
         triggerAction(Reload);
     else if (m_lastLoadIsOwn)
         follow(m_lastLoad);
+    else
+        return false;
+    return true;
 }
 
 void WebPage::follow(const QUrl &url)

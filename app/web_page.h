@@ -39,8 +39,8 @@ public:
     WebPage(QWebEngineProfile *profile, AllowedOrigins allowedOrigins, bool attended);
 
     /// Tries the last load of the window again, which failed, as if whoever began it did so once
-    /// more. Nothing happens when that was a frame, for which the page cannot speak.
-    void retry();
+    /// more. False when that was a frame, for which the page cannot speak: then nothing happens.
+    bool retry();
 
 protected:
     void javaScriptConsoleMessage(JavaScriptConsoleMessageLevel level, const QString &message,

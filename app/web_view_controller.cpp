@@ -48,8 +48,8 @@ QWidget *WebViewController::loadView()
         // Where the document is gone, it has to come again before it can do anything.
         if (m_hasCrashed)
             m_page->triggerAction(QWebEnginePage::Reload);
-        else
-            m_page->retry();
+        else if (!m_page->retry())
+            showPage();
     });
     watchPage();
     return stack;

@@ -39,6 +39,7 @@ void ZelkamMobileFileDownloadUtil::sendRequest(const URLRequest &request)
             {
                 const std::lock_guard started(self->m_starting);
             }
+            QObject::disconnect(self->m_ending);
             if (error) {
                 ZLog::debug(QStringLiteral("error:Optional(%1)").arg(error->debugDescription()));
                 self->replyError(CommandStatus::NETWORK_RESPONSE_ERROR,
@@ -49,6 +50,15 @@ void ZelkamMobileFileDownloadUtil::sendRequest(const URLRequest &request)
                 self->replyError(CommandStatus::UNKNOWN, QStringLiteral("Check netowork response"));
             }
         });
+    // Whoever called is gone then: nobody waits for the file, nor for the indicator to go off.
+    if (auto *plugin = pluginObj.get()) {
+        m_ending = QObject::connect(plugin, &ZelkamMobilePlugin::invalidated, plugin,
+                                    [task, self = weak_from_this()] {
+                                        task->cancel();
+                                        if (const auto download = self.lock())
+                                            download->hideActivityIndicator();
+                                    });
+    }
     task->resume();
 }
 

@@ -74,7 +74,7 @@ void ZelkamMobileFileDownloadUtil::showNotify(const QString &name)
 
 void ZelkamMobileFileDownloadUtil::presentToast(const QString &name) const
 {
-    if (!m_showNotify)
+    if (!m_showNotify || isAbandoned())
         return;
     const UIWindow *window = UIApplication::shared().keyWindow();
     UIViewController *top =
@@ -100,6 +100,8 @@ void ZelkamMobileFileDownloadUtil::showPreViewFile(const QString &name, const QS
 
 void ZelkamMobileFileDownloadUtil::presentPreview(const QString &name, const QString &path)
 {
+    if (isAbandoned())
+        return;
     if (!m_fileOpen) {
         ZLog::debug(QStringLiteral("file open false"));
         replySuccess();
@@ -125,6 +127,8 @@ void ZelkamMobileFileDownloadUtil::presentPreview(const QString &name, const QSt
     preview->filePath = url;
     if (m_shareFile)
         preview->shareOpt = true;
+    if (auto *plugin = pluginObj.get())
+        plugin->addScreen(preview);
     visible->present(preview, true, [self = shared_from_this()] { self->replySuccess(); });
 }
 

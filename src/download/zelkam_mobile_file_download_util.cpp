@@ -52,6 +52,12 @@ bool ZelkamMobileFileDownloadUtil::isPost() const
     return m_requestType.toLower() == u"post";
 }
 
+bool ZelkamMobileFileDownloadUtil::isAbandoned() const
+{
+    const auto *plugin = pluginObj.get();
+    return plugin && plugin->isInvalidated();
+}
+
 void ZelkamMobileFileDownloadUtil::replySuccess() const
 {
     const auto call = pluginObj ? pluginObj->currentCallBack() : nullptr;

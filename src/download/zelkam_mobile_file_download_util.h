@@ -5,6 +5,7 @@
 
 #include <QList>
 #include <QMap>
+#include <QMetaObject>
 #include <QString>
 #include <QVariantMap>
 #include <memory>
@@ -23,6 +24,9 @@ class ZelkamMobilePlugin;
 ///
 /// Make one with std::make_shared for each download, set pluginObj and call startDownload() once.
 /// The engine then keeps itself alive until it has replied for the last time.
+///
+/// A download whose plug-in is invalidated ends: its transfer is cancelled, and nothing is replied
+/// or shown any more.
 ///
 /// Replies go to the call that the plug-in holds at the moment of the reply, and are dropped when
 /// there is no plug-in or no call. They come from the main thread, except for the errors between
@@ -66,6 +70,7 @@ private:
     // zelkam_mobile_file_download_util.cpp: options and replies
     void readOptions(const QVariantMap &options);
     bool isPost() const;
+    bool isAbandoned() const; ///< main thread
     void replySuccess() const;
     void replyError(CommandStatus status) const;
     void replyError(CommandStatus status, const QString &error) const;
@@ -102,6 +107,7 @@ private:
     /// Held while the download is started. The completion takes it first, so that a transfer that
     /// ends at once cannot turn the activity indicator off before it was turned on.
     std::mutex m_starting;
+    QMetaObject::Connection m_ending; ///< cancels the transfer with its document
     bool m_fileOpen = true;
     bool m_showProgress = true; ///< read and kept; the network activity always shows
     bool m_showNotify = false;

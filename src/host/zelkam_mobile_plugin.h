@@ -2,6 +2,7 @@
 
 #include "host/call_back_manager.h"
 
+#include <QList>
 #include <QObject>
 #include <QString>
 #include <memory>
@@ -41,10 +42,26 @@ public:
     void setViewController(UIViewController *viewController);
     void setWebView(HostWebView *webView);
 
+    /// To be called when the document that the plug-in serves is gone: all downloads that it
+    /// started end, its screens go with what lies above them, and nothing of it is shown any more.
+    /// Calls that it still holds get no reply, or an error. The view controller and the web view
+    /// are forgotten; the plug-in takes no further commands. Main thread.
+    void invalidate();
+    bool isInvalidated() const { return m_isInvalidated; }
+
+    /// Makes a screen one of the plug-in's, which go when it is invalidated. To be called before
+    /// the screen is presented. Main thread.
+    void addScreen(const std::shared_ptr<UIViewController> &screen);
+
     /// The call that replies go to at this moment; null when there is none. From any thread.
     virtual CallBackManagerPtr currentCallBack() const = 0;
 
+signals:
+    void invalidated();
+
 private:
+    bool m_isInvalidated = false;
+    QList<std::weak_ptr<UIViewController>> m_screens;
     UIViewController *m_viewController = nullptr;
     HostWebView *m_webView = nullptr;
 };

@@ -38,6 +38,7 @@ void ZelkamMobileContentsPlugin::presentPicker(const std::shared_ptr<UIViewContr
 UIViewController *
 ZelkamMobileContentsPlugin::presenterOfPicker(const std::shared_ptr<UIViewController> &picker)
 {
+    addScreen(picker);
     UIViewController *presenter = viewController();
     const auto last = m_lastPicker.lock();
     if (!presenter || (last && last->presentingViewController()))

@@ -99,6 +99,7 @@ void ZelkamMobileContentsPreViewVC::viewDidAppear(bool animated)
     preview->didMove(this);
     // The keys are for what is read, not for the first button.
     preview->view()->setFocus();
+    removeOldestPreview();
 }
 
 std::shared_ptr<UINavigationItem> ZelkamMobileContentsPreViewVC::navigationItem()
@@ -112,6 +113,21 @@ std::shared_ptr<UINavigationItem> ZelkamMobileContentsPreViewVC::navigationItem(
             UIBarButtonSystemItem::action, this, [this](QObject *sender) { onTapShare(sender); });
     }
     return item;
+}
+
+void ZelkamMobileContentsPreViewVC::removeOldestPreview()
+{
+    ZelkamMobileContentsPreViewVC *oldest = this;
+    int count = 1;
+    for (auto *below = presentingViewController(); below;
+         below = below->presentingViewController()) {
+        if (auto *preview = qobject_cast<ZelkamMobileContentsPreViewVC *>(below)) {
+            oldest = preview;
+            ++count;
+        }
+    }
+    if (count > mostPreviews)
+        oldest->removeFromBelow();
 }
 
 void ZelkamMobileContentsPreViewVC::onTapDone(QObject * /*sender*/)

@@ -14,6 +14,9 @@ struct UINavigationItem;
 /// The screen that previews one local file, under a bar with the file's name, Done, and Share
 /// when that is allowed.
 ///
+/// No more than a few lie above each other: when one more comes up, the lowest goes. A page that
+/// downloads many files at once would otherwise fill the memory, and keep the person tapping Done.
+///
 /// Make it with std::make_shared, set the three fields and `modalPresentationStyle`, and present
 /// it animated. The file itself is not checked: the preview says what it makes of it.
 /// Main thread only.
@@ -51,6 +54,9 @@ public:
     /// unanchored
     void onTapShare(QObject *sender);
 
+    /// How many previews may lie above each other.
+    static constexpr int mostPreviews = 4;
+
 protected:
     QWidget *loadView() override;
 
@@ -58,6 +64,7 @@ private:
     class Sheet;
 
     std::shared_ptr<UINavigationItem> navigationItem();
+    void removeOldestPreview();
 };
 
 } // namespace zelkam

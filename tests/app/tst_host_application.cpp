@@ -1,0 +1,304 @@
+#include "app/host_application.h"
+#include "app/web_view_controller.h"
+#include "platform/foundation/file_manager.h"
+#include "platform/ui/ui_window.h"
+#include "support/http_test_server.h"
+
+#include <QApplication>
+#include <QPushButton>
+#include <QRandomGenerator>
+#include <QTemporaryDir>
+#include <QtTest>
+#include <atomic>
+
+using namespace zelkam;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QByteArray html = "Content-Type: text/html\r\n";
+
+QByteArray page(const QByteArray &body = {})
+{
+    return HttpTestServer::answer("<!doctype html><title>Page</title>" + body, html);
+}
+
+} // namespace
+
+/// The host in one piece, with what is on its screen.
+class TestHostApplication : public QObject
+{
+    Q_OBJECT
+
+    QTemporaryDir m_root;
+    std::unique_ptr<HostApplication> m_host;
+    HttpTestServer own;
+    HttpTestServer foreign;
+    QString foreignUrl(const QString &path) { return foreign.url(path, u"localhost"_s); }
+
+    void start(const QString &url, HostOptions options = {})
+    {
+        options.offscreen = true;
+        m_host = std::make_unique<HostApplication>(options, QUrl(url), std::nullopt);
+        m_host->start();
+    }
+    QVariant run(const QString &script)
+    {
+        std::optional<QVariant> result;
+        m_host->page().runJavaScript(script, [&](const QVariant &value) { result = value; });
+        return QTest::qWaitFor([&] { return result.has_value(); }, 10000) ? *result : QVariant();
+    }
+    bool goTo(const QString &url)
+    {
+        run(u"location.href = '%1'"_s.arg(url));
+        return QTest::qWaitFor([&] { return isThere(url); }, 10000);
+    }
+    bool isThere(const QString &url)
+    {
+        return m_host->page().url() == QUrl(url) && !m_host->page().isLoading();
+    }
+    QPushButton *tryAgain()
+    {
+        return m_host->webViewController().view()->findChild<QPushButton *>();
+    }
+    int screens()
+    {
+        int count = 0;
+        for (auto screen = m_host->webViewController().presentedViewController(); screen;
+             screen = screen->presentedViewController())
+            ++count;
+        return count;
+    }
+
+private slots:
+    void initTestCase()
+    {
+        QVERIFY(!setTemporaryDirectory(m_root.filePath(u"tmp"_s)));
+        for (HttpTestServer *server : {&own, &foreign}) {
+            server->on("/page", page());
+            server->on("/a.txt", HttpTestServer::answer("hello"));
+        }
+    }
+    void cleanup() { m_host.reset(); }
+
+    void showsWhatTheServerSends_data()
+    {
+        QTest::addColumn<QByteArray>("answer");
+        QTest::addColumn<bool>("isShown");
+        const auto row = [](const char *name) -> QTestData & { return QTest::newRow(name); };
+        row("a page") << page() << true;
+        row("its own page about what is not there")
+            << HttpTestServer::answer("<h1>Gone</h1>", html, "404 Not Found") << true;
+        row("a form that asks for a password")
+            << HttpTestServer::answer("<form><input></form>", html, "403 Forbidden") << true;
+        row("a sentence") << HttpTestServer::answer("Sorry", "Content-Type: text/plain\r\n",
+                                                    "500 Internal Server Error")
+                          << true;
+        row("a status alone") << HttpTestServer::answer({}, html, "404 Not Found") << false;
+        row("nothing") << QByteArray() << false;
+    }
+
+    void showsWhatTheServerSends()
+    {
+        QFETCH(QByteArray, answer);
+        QFETCH(bool, isShown);
+        own.on("/start", answer);
+        start(own.url(u"/start"_s));
+        QSignalSpy loaded(&m_host->webViewController(), &WebViewController::loaded);
+        QSignalSpy failed(&m_host->webViewController(), &WebViewController::failed);
+        QTRY_COMPARE_WITH_TIMEOUT(loaded.size() + failed.size(), 1, 20000);
+        QCOMPARE(tryAgain()->isVisible(), !isShown);
+        QCOMPARE(loaded.size(), isShown ? 1 : 0);
+    }
+
+    void tryingAgainAsksAsWhoeverAskedFirst_data()
+    {
+        QTest::addColumn<QString>("from");
+        QTest::addColumn<QByteArray>("site");
+        QTest::newRow("the application") << QString() << "none"_ba;
+        QTest::newRow("a page of the same server") << own.url(u"/page"_s) << "same-origin"_ba;
+        QTest::newRow("a foreign page") << foreignUrl(u"/page"_s) << "cross-site"_ba;
+    }
+
+    void tryingAgainAsksAsWhoeverAskedFirst()
+    {
+        QFETCH(QString, from);
+        own.on("/later", QByteArray());
+        start(from.isEmpty() ? own.url(u"/later"_s) : from);
+        if (!from.isEmpty()) {
+            QTRY_VERIFY_WITH_TIMEOUT(isThere(from), 20000);
+            run(u"location.href = '%1'"_s.arg(own.url(u"/later"_s)));
+        }
+        QTRY_VERIFY_WITH_TIMEOUT(tryAgain()->isVisible(), 20000);
+        own.on("/later", page());
+        tryAgain()->click();
+        QTRY_VERIFY_WITH_TIMEOUT(isThere(own.url(u"/later"_s)), 20000);
+        const auto requests = own.requests();
+        const auto last = std::find_if(requests.crbegin(), requests.crend(),
+                                       [](const auto &each) { return each.target == "/later"; });
+        QTEST(last->header("Sec-Fetch-Site"), "site");
+    }
+
+    void relativeAddressesBelongToTheCallingPage_data()
+    {
+        QTest::addColumn<QString>("startPage");
+        QTest::addColumn<QString>("realServerUrl");
+        QTest::addColumn<QString>("next");
+        QTest::addColumn<bool>("isOwn"); // else of the other server
+        own.on("/redirect", HttpTestServer::redirect("302 Found", foreign.url(u"/page"_s)));
+        const QString ownPage = own.url(u"/page"_s);
+        QTest::newRow("the page that it began with") << ownPage << QString() << QString() << true;
+        QTest::newRow("a page that the server led on to")
+            << own.url(u"/redirect"_s) << QString() << QString() << false;
+        QTest::newRow("a page that the person went on to")
+            << ownPage << QString() << foreign.url(u"/page"_s) << false;
+        QTest::newRow("whatever the page, the server that was set")
+            << ownPage << own.url(QString()) << foreign.url(u"/page"_s) << true;
+    }
+
+    void relativeAddressesBelongToTheCallingPage()
+    {
+        QFETCH(QString, startPage);
+        QFETCH(QString, realServerUrl);
+        QFETCH(QString, next);
+        QFETCH(bool, isOwn);
+        HostOptions options;
+        options.realServerUrl = realServerUrl;
+        options.allowedOrigins = {*WebOrigin::fromText(foreign.url(QString()))};
+        start(startPage, options);
+        QTRY_COMPARE_WITH_TIMEOUT(m_host->page().title(), u"Page"_s, 20000);
+        const QString call = u"ZelkamMobile.exec('fileDownload', {url: 'a.txt', open: false})"_s;
+        if (!next.isEmpty()) {
+            run(call); // the page before it must leave nothing behind
+            QVERIFY(goTo(next));
+        }
+        const auto downloads = [](const HttpTestServer &server) {
+            const auto requests = server.requests();
+            return std::count_if(requests.cbegin(), requests.cend(),
+                                 [](const auto &each) { return each.target == "/a.txt"; });
+        };
+        const HttpTestServer &expected = isOwn ? own : foreign;
+        const auto before = downloads(expected);
+        run(call + u".then(() => { document.title = 'done' })"_s);
+        QTRY_COMPARE_WITH_TIMEOUT(m_host->page().title(), u"done"_s, 10000);
+        QCOMPARE(downloads(expected), before + 1);
+    }
+
+    void aLeftDocumentTakesAlongWhatItStarted_data()
+    {
+        QTest::addColumn<QString>("next"); // empty for a reload
+        QTest::addColumn<QByteArray>("headers");
+        QTest::newRow("a reload") << QString() << QByteArray();
+        QTest::newRow("another page of the server") << own.url(u"/next"_s) << QByteArray();
+        QTest::newRow("a foreign page") << foreignUrl(u"/next"_s) << QByteArray();
+        QTest::newRow("a foreign page without script")
+            << foreignUrl(u"/next"_s) << "Content-Security-Policy: sandbox\r\n"_ba;
+    }
+
+    void aLeftDocumentTakesAlongWhatItStarted()
+    {
+        QFETCH(QString, next);
+        QFETCH(QByteArray, headers);
+        foreign.on("/next", HttpTestServer::answer("<!doctype html>", html + headers));
+        own.on("/next", page());
+        std::atomic<int> cut = 0;
+        own.on("/slow", [&](const auto &, auto &connection) {
+            connection.send("HTTP/1.1 200 OK\r\nContent-Length: 1000000\r\n\r\n");
+            for (int i = 0; i < 100 && connection.isOpen(); ++i) {
+                connection.send("x");
+                connection.pause(std::chrono::milliseconds(50));
+            }
+            cut += !connection.isOpen();
+        });
+        start(own.url(u"/page"_s));
+        QTRY_VERIFY_WITH_TIMEOUT(isThere(own.url(u"/page"_s)), 20000);
+        run(u"for (const url of ['a.txt', 'a.txt?2', 'slow'])"
+            " ZelkamMobile.exec('fileDownload', {url, fileName: url.slice(-1)}).catch(() => {})"_s);
+        QTRY_COMPARE_WITH_TIMEOUT(screens(), 2, 10000);
+        run(u"ZelkamMobile.exec('filePicker', {extension: '', multiselect: false, maxcount: 1})"
+            ".catch(() => {})"_s);
+        QTRY_COMPARE_WITH_TIMEOUT(screens(), 3, 10000);
+        QTRY_VERIFY(!m_host->window().isInTransition());
+        if (next.isEmpty())
+            run(u"location.reload()"_s);
+        else
+            QVERIFY(goTo(next));
+        QTRY_COMPARE_WITH_TIMEOUT(screens(), 0, 10000);
+        QTRY_COMPARE_WITH_TIMEOUT(int(cut), 1, 4000);
+        QTest::qWait(500);
+        QCOMPARE(screens(), 0);
+    }
+
+    void aReplyReachesTheDocumentThatCalled()
+    {
+        // The answers differ by kind, so that the reply to another document's call shows.
+        own.on("/document", page(R"(<script>
+            const kind = location.search.slice(1, 5);
+            let replies = 0;
+            ZelkamMobile.call('fileDownload', { url: kind, open: false }, (reply) => {
+                replies += 1;
+                if (replies > 1 || reply.success !== (kind === 'good'))
+                    new Image().src = `/wrong?${kind}&${JSON.stringify(reply)}`;
+                document.title = 'answered';
+            });
+            </script>)"));
+        const auto slow = [](const QByteArray &answer) {
+            return [answer](const auto &, auto &connection) {
+                connection.pause(
+                    std::chrono::milliseconds(QRandomGenerator::global()->bounded(40)));
+                connection.send(answer);
+            };
+        };
+        own.on("/good", slow(HttpTestServer::answer("x")));
+        own.on("/evil", slow(HttpTestServer::answer("x", {}, "404 Not Found")));
+        const int rounds = qEnvironmentVariableIsSet("ZELKAM_LONG_TESTS") ? 500 : 20;
+        QRandomGenerator random(20);
+        start(own.url(u"/page"_s));
+        QTRY_VERIFY_WITH_TIMEOUT(isThere(own.url(u"/page"_s)), 20000);
+        for (int round = 1; round <= rounds; ++round) {
+            const QString kind = random.bounded(2) == 0 ? u"good"_s : u"evil"_s;
+            if (random.bounded(4) == 0)
+                run(u"location.reload()"_s);
+            else
+                run(u"location.href = '%1'"_s.arg(
+                    own.url(u"/document?%1%2"_s.arg(kind).arg(round))));
+            QTest::qWait(random.bounded(120));
+            if (round % 20 == 0)
+                QTRY_COMPARE_WITH_TIMEOUT(m_host->page().title(), u"answered"_s, 10000);
+        }
+        const auto requests = own.requests();
+        for (const auto &request : requests)
+            QVERIFY2(!request.target.startsWith("/wrong"), request.target.constData());
+    }
+
+    void fewPreviewsLieAboveEachOther()
+    {
+        start(own.url(u"/page"_s));
+        QTRY_VERIFY_WITH_TIMEOUT(isThere(own.url(u"/page"_s)), 20000);
+        QList<UIViewController *> came;
+        connect(&m_host->window(), &UIWindow::screenDidAppear, this,
+                [&](UIViewController *screen) { came.append(screen); });
+        run(u"for (let i = 0; i < 12; i += 1)"
+            " ZelkamMobile.call('fileDownload', {url: 'a.txt', fileName: `${i}.txt`}, () => {})"_s);
+        QTRY_COMPARE_WITH_TIMEOUT(came.size(), 12, 30000);
+        QCOMPARE(m_host->window().topMostViewController(), came.last());
+        QVERIFY2(screens() > 1 && screens() <= 4, qPrintable(QString::number(screens())));
+        for (int i = screens(); i > 0; --i) {
+            QTRY_VERIFY(!m_host->window().isInTransition());
+            m_host->window().topMostViewController()->cancelOperation();
+            QTRY_COMPARE_WITH_TIMEOUT(screens(), i - 1, 5000);
+        }
+        QTRY_COMPARE(m_host->window().topMostViewController(), &m_host->webViewController());
+    }
+};
+
+int main(int argc, char **argv)
+{
+    qputenv("QTWEBENGINE_DISABLE_SANDBOX", "1");
+    HostSchemeHandler::registerScheme();
+    QApplication application(argc, argv);
+    TestHostApplication test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_host_application.moc"
