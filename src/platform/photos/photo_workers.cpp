@@ -8,7 +8,7 @@
 #include <QPointer>
 #include <QTimerEvent>
 #include <malloc.h>
-#include <sys/resource.h>
+#include <unistd.h>
 #include <utility>
 
 namespace zelkam {
@@ -22,10 +22,11 @@ std::chrono::milliseconds &timeLimit()
 }
 
 /// On Linux every thread has a priority of its own; Qt's thread priorities have no effect there.
+/// Counted from the program's own, which may give way already.
 void giveWay()
 {
     constexpr int nicer = 10;
-    ::setpriority(PRIO_PROCESS, 0, nicer);
+    [[maybe_unused]] const int now = ::nice(nicer);
 }
 
 /// Looks after a crew while it has something to do, and dismisses it at the end.

@@ -15,8 +15,11 @@
 #include <QTest>
 #include <QTimer>
 #include <QUrl>
+#include <array>
+#include <atomic>
 #include <latch>
 #include <spawn.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -44,6 +47,7 @@ class TestPhotoLibrary : public QObject
 
 private:
     std::unique_ptr<QTemporaryDir> root;
+    QDateTime now;
 
     QString path(const QString &name) const { return root->filePath(u"pictures/"_s + name); }
 
@@ -55,8 +59,7 @@ private:
         file.open(QIODevice::WriteOnly);
         file.write(content.isEmpty() ? sample::image({60, 40}, "jpeg") : content);
         file.flush();
-        const QDateTime time = QDateTime::currentDateTime().addSecs(-age);
-        file.setFileTime(time, QFileDevice::FileModificationTime);
+        file.setFileTime(now.addSecs(-age), QFileDevice::FileModificationTime);
         const QFileInfo info(file);
         return {path(name), info.lastModified().toMSecsSinceEpoch(), info.size()};
     }
@@ -80,6 +83,7 @@ private slots:
     void init()
     {
         root = std::make_unique<QTemporaryDir>();
+        now = QDateTime::currentDateTime();
         setPicturesDirectory(path({}).chopped(1));
     }
 
@@ -87,6 +91,8 @@ private slots:
     {
         add(u"old.jpg"_s, 300);
         add(u"new.JPEG"_s, 100);
+        add(u"burst2.jpg"_s, 250);
+        add(u"burst1.jpg"_s, 250);
         add(u"trip/day 2/middle.png"_s, 200);
         add(u"notes.txt"_s, 50);
         add(u".hidden.jpg"_s, 50);
@@ -97,11 +103,14 @@ private slots:
         QSignalSpy changed(&library, &PHPhotoLibrary::changed);
         library.open();
         QVERIFY(changed.wait());
-        QCOMPARE(names(library),
-                 QStringList({u"new.JPEG"_s, u"trip/day 2/middle.png"_s, u"old.jpg"_s}));
+        QCOMPARE(names(library), QStringList({u"new.JPEG"_s, u"trip/day 2/middle.png"_s,
+                                              u"burst2.jpg"_s, u"burst1.jpg"_s, u"old.jpg"_s}));
         library.open();
         QTest::qWait(300);
         QCOMPARE(changed.size(), 1); // nothing is different
+        setPicturesDirectory(path(u"trip"_s));
+        library.open();
+        QVERIFY(!library.isLoaded() && library.assets().isEmpty());
     }
 
     void changesShow()
@@ -149,7 +158,9 @@ private slots:
         const auto asset = library.insert(*saved);
         QVERIFY(asset);
         QCOMPARE(library.assets().first(), *asset);
-        QVERIFY(!library.insert(u"/etc/passwd"_s));
+        const QString outside = root->filePath(u"outside.jpg"_s);
+        QVERIFY(QFile::copy(*saved, outside));
+        QVERIFY(!library.insert(outside));
         QVERIFY(!library.insert(path(u"gone.jpg"_s)));
         QTest::qWait(400);
         QCOMPARE(library.assets().size(), 2); // the watcher found the same
@@ -234,6 +245,19 @@ private slots:
         QCOMPARE(order, expected);
     }
 
+    void thumbnailsGiveWayToWhatIsWaitedFor()
+    {
+        std::array<std::atomic_int, 2> nice{99, 99};
+        for (const auto kind : {PhotoWorkers::Kind::requested, PhotoWorkers::Kind::thumbnail})
+            PhotoWorkers::start(
+                [&nice, kind] {
+                    nice[kind == PhotoWorkers::Kind::thumbnail] = ::getpriority(PRIO_PROCESS, 0);
+                },
+                kind);
+        QTRY_VERIFY(nice[0] != 99 && nice[1] != 99);
+        QCOMPARE_GT(nice[1], nice[0]);
+    }
+
     void theProgramEndsThoughAWorkerHangs()
     {
         // Not by QProcess, after which the thread sanitizer allows no new threads.
@@ -285,6 +309,8 @@ private slots:
         }
         QVERIFY(settle(store));
         QCOMPARE(store.thumbnail(photo).value_or(QImage()).size(), QSize(100, 100));
+        store.setEdge(60);
+        QVERIFY(!store.thumbnail(photo));
     }
 
     void thumbnailsAreSharedWithTheDesktop()
@@ -313,9 +339,18 @@ private slots:
         thumbnail.fill(Qt::blue);
         QVERIFY(thumbnail.save(stored));
         QCOMPARE(waitFor()->pixelColor(50, 50), QColor(Qt::blue));
-        thumbnail.setText(u"Thumb::MTime"_s, u"1"_s);
-        QVERIFY(thumbnail.save(stored));
-        QVERIFY(waitFor()->pixelColor(50, 50).red() > 240);
+        QImage older = thumbnail;
+        older.setText(u"Thumb::MTime"_s, u"1"_s);
+        QImage ofAnother = thumbnail;
+        ofAnother.setText(u"Thumb::URI"_s, u"file:///b.jpg"_s);
+        for (const QImage &wrong : {older, ofAnother, thumbnail.scaled(200, 160)}) {
+            QVERIFY(wrong.save(stored));
+            QVERIFY(waitFor()->pixelColor(50, 50).red() > 240);
+        }
+        // What lies in the cache itself has none.
+        const ThumbnailDiskCache own(path(u"own"_s));
+        own.store(PHAsset(path(u"own/a.jpg"_s), 0, 0), thumbnail);
+        QVERIFY(!QFile::exists(path(u"own"_s)));
     }
 
     void thumbnailsAreOfAStandardSize_data()

@@ -45,6 +45,7 @@ private slots:
             QVERIFY2(pattern.match(name).hasMatch(), qPrintable(name));
             QFile file(album + u'/' + name);
             QVERIFY(file.open(QIODevice::ReadOnly));
+            QVERIFY(file.permissions() & QFile::ReadOther);
             const QByteArray bytes = file.readAll();
             QCOMPARE(bytes.startsWith("\x89PNG"), name.endsWith(QLatin1String("png")));
             QVERIFY(!bytes.contains("made at home"));
