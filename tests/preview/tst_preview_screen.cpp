@@ -162,6 +162,7 @@ private slots:
         screen->viewDidAppear(false);
         QCOMPARE(bars().size(), 2);
         QCOMPARE(screen->children().size(), 2);
+        QVERIFY(screen->children().last()->view()->isAncestorOf(window->focusWidget()));
     }
 
     void staysEmptyWithoutAFile()

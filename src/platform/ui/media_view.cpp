@@ -3,6 +3,7 @@
 #include "platform/ui/file_info_view.h"
 #include "platform/ui/theme.h"
 
+#include <QAudioDevice>
 #include <QAudioOutput>
 #include <QCoreApplication>
 #include <QEvent>
@@ -10,6 +11,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLibraryInfo>
+#include <QMediaDevices>
 #include <QPainter>
 #include <QSlider>
 #include <QTime>
@@ -54,7 +56,9 @@ MediaView::MediaView(PreviewFile file, QWidget *parent)
       m_position(new QSlider(Qt::Horizontal, this)),
       m_time(new QLabel(this))
 {
-    m_player.setAudioOutput(new QAudioOutput(this));
+    // Qt 6.4 crashes where it plays to a device that is not there.
+    if (!QMediaDevices::defaultAudioOutput().isNull())
+        m_player.setAudioOutput(new QAudioOutput(this));
     m_player.setVideoSink(m_sink);
 
     auto *button = static_cast<QToolButton *>(m_play);

@@ -285,7 +285,7 @@ private slots:
         store.setEdge(100);
         const PHAsset photo = add(u"wide.png"_s, 9, buffer.data());
         const PHAsset text = add(u"text.jpg"_s, 8, "only a text");
-        QImage two(80, 40, QImage::Format_Mono); // smaller than its thumbnail
+        QImage two(120, 110, QImage::Format_Mono); // no larger than what is stored
         two.setColorTable({qRgb(0, 0, 255), qRgb(255, 0, 0)});
         two.fill(1);
         QBuffer twoBuffer;
@@ -346,6 +346,7 @@ private slots:
         for (const QImage &wrong : {older, ofAnother, thumbnail.scaled(200, 160)}) {
             QVERIFY(wrong.save(stored));
             QVERIFY(waitFor()->pixelColor(50, 50).red() > 240);
+            QTRY_VERIFY(QImage(stored).pixelColor(50, 50).red() > 240); // made anew
         }
         // What lies in the cache itself has none.
         const ThumbnailDiskCache own(path(u"own"_s));
