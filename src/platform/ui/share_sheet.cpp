@@ -105,6 +105,7 @@ ShareSheet::ShareSheet(Head head, const QList<ShareRow> &rows)
     connect(static_cast<QAbstractButton *>(m_cancel), &QAbstractButton::clicked, this,
             &ShareSheet::cancelled);
     setAccessibleName(m_head.title);
+    setAccessibleDescription(m_head.subtitle);
 }
 
 void ShareSheet::setAnchor(const std::optional<QRect> &anchor)

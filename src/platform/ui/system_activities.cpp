@@ -229,6 +229,13 @@ public:
         QStringList addresses;
         for (const QString &path : paths)
             addresses << QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded);
+        const QString folder = QFileInfo(paths.value(0)).path();
+        const auto shown =
+            toldIfFailed(Sentences::tr("The folder could not be opened."), parent, done);
+        if (!QDBusConnection::sessionBus().isConnected()) { // a call would have no answer
+            runProgram(QStringLiteral("xdg-open"), {folder}, shown);
+            return;
+        }
         // https://www.freedesktop.org/wiki/Specifications/file-manager-interface/
         QDBusMessage call = QDBusMessage::createMethodCall(
             QStringLiteral("org.freedesktop.FileManager1"),
@@ -236,9 +243,6 @@ public:
             QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("ShowItems"));
         call << addresses << QString();
         auto *watcher = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(call));
-        const QString folder = QFileInfo(paths.value(0)).path();
-        const auto shown =
-            toldIfFailed(Sentences::tr("The folder could not be opened."), parent, done);
         const auto ended = [done, shown, folder](QDBusPendingCallWatcher *answer) {
             answer->deleteLater();
             if (answer->isError())

@@ -1,6 +1,7 @@
 #include "platform/foundation/bundle.h"
 #include "platform/ui/theme.h"
 #include "platform/ui/ui_application.h"
+#include "platform/ui/ui_document_picker_model.h"
 #include "platform/ui/ui_document_picker_places.h"
 #include "platform/ui/ui_document_picker_view_controller.h"
 #include "platform/ui/ui_window.h"
@@ -99,6 +100,15 @@ private:
         list()->scrollTo(item(name));
         QTest::mouseClick(list()->viewport(), Qt::LeftButton, {},
                           list()->visualRect(item(name)).center());
+    }
+
+    QAbstractButton *button(const QString &name) const
+    {
+        for (auto *button : picker->view()->findChildren<QAbstractButton *>()) {
+            if (button->accessibleName() == name)
+                return button;
+        }
+        return nullptr;
     }
 
     void press(Qt::Key key) { QTest::keyClick(window->focusWidget(), key); }
@@ -333,6 +343,14 @@ private slots:
         press(Qt::Key_Backspace);
         QTRY_COMPARE(names().size(), 7);
         QCOMPARE(list()->currentIndex().data(), u"folder"_s); // where one came from
+        press(Qt::Key_Return);
+        QTRY_COMPARE(names().size(), 2);
+        QTest::keyClick(window->focusWidget(), Qt::Key_Up, Qt::AltModifier);
+        QTRY_COMPARE(names().size(), 7);
+        QFile::remove(root->filePath(u"invoice"_s));
+        press(Qt::Key_F5);
+        QTRY_COMPARE(names().size(), 6);
+        list()->setCurrentIndex(item(u"folder"_s));
         press(Qt::Key_Down);
         press(Qt::Key_Space);
         press(Qt::Key_Down);
@@ -351,6 +369,56 @@ private slots:
         QCOMPARE(selected(), QStringList(u"b.docx"_s));
         QVERIFY(row.pixelColor(row.rect().center()) != accentColor(list()->palette()));
         QCOMPARE(row.pixelColor(3, row.height() / 2), accentColor(list()->palette())); // the ring
+    }
+
+    void tellsWhatARowIs()
+    {
+        QFile old(root->filePath(u"b.docx"_s));
+        QVERIFY(old.open(QIODevice::ReadWrite));
+        QVERIFY(old.setFileTime(QDateTime(QDate(2001, 2, 3), QTime(4, 5)),
+                                QFileDevice::FileModificationTime));
+        present({UTType::item});
+        tap(u"b.docx"_s);
+        const auto told = [this](const QString &name) {
+            return item(name).data(Qt::AccessibleDescriptionRole).toString();
+        };
+        const QLocale locale;
+        const QString size = locale.formattedDataSize(1, 1, QLocale::DataSizeSIFormat);
+        QCOMPARE(told(u"b.docx"_s), size + u", "_s +
+                                        locale.toString(QDate(2001, 2, 3), QLocale::ShortFormat) +
+                                        u", Selected"_s);
+        const QFileInfo folder(root->filePath(u"folder"_s));
+        QCOMPARE(told(u"folder"_s),
+                 locale.toString(folder.lastModified().time(), QLocale::ShortFormat));
+    }
+
+    void goesAlongThePath()
+    {
+        write(u"folder/deep/a.txt"_s);
+        present({UTType::item});
+        QSignalSpy ready(picker->view(), SIGNAL(ready()));
+        picker->setDirectory(root->path()); // read by then, and given up
+        QTest::qSleep(50);
+        picker->setDirectory(root->filePath(u"folder/deep"_s));
+        QTRY_COMPARE(names(), QStringList(u"a.txt"_s));
+        QCOMPARE(ready.size(), 1);
+        button(u"folder"_s)->click();
+        QTRY_VERIFY(names().contains(u"deep"_s));
+        picker->setDirectory(u"/"_s);
+        QTRY_COMPARE(ready.size(), 3);
+        QVERIFY(!button(u"Folder above"_s)->isEnabled());
+    }
+
+    void keepsWhatAContentSaid()
+    {
+        DocumentPickerModel model(DocumentSelection::one);
+        DocumentEntry entry;
+        entry.name = u"a.pdf"_s;
+        entry.choice = DocumentChoice::allowed;
+        model.setListing({u"/f"_s, {}, {entry}});
+        model.setChoice(u"/f/a.pdf"_s, DocumentChoice::wrongType);
+        model.setChoices(0, {DocumentChoice::allowed}); // what was found by the name comes later
+        QVERIFY(!model.index(0).flags().testFlag(Qt::ItemIsEnabled));
     }
 
     void goesToPlacesByKeys()
@@ -398,10 +466,7 @@ private slots:
         tap(u"gone"_s);
         QTRY_VERIFY(!list()->isVisible());
         QVERIFY(names().isEmpty());
-        for (auto *button : picker->view()->findChildren<QAbstractButton *>()) {
-            if (button->accessibleName() == u"Folder above")
-                button->click();
-        }
+        button(u"Folder above"_s)->click();
         QTRY_COMPARE(names().size(), 7);
     }
 
@@ -430,11 +495,13 @@ private slots:
 
     void findsDrivesThatWerePluggedIn()
     {
-        QCOMPARE(removableMounts("/dev/sda1 / ext4 rw 0 0\n"
-                                 "/dev/sdb1 /media/ann/USB\\040STICK vfat rw 0 0\n"
-                                 "proc /proc proc rw 0 0\n"
-                                 "/dev/sdc /run/media/ann/b\\134c ext4 rw 0 0\nbroken\n"),
-                 QStringList({u"/media/ann/USB STICK"_s, u"/run/media/ann/b\\c"_s}));
+        QCOMPARE(
+            removableMounts("/dev/sda1 / ext4 rw 0 0\n"
+                            "/dev/sdb1 /media/ann/USB\\040STICK vfat rw 0 0\n"
+                            "proc /proc proc rw 0 0\n"
+                            "/dev/sdd /mnt/disk ext4 rw 0 0\n"
+                            "/dev/sdc /run/media/ann/b\\134c ext4 rw 0 0\nbroken\n"),
+            QStringList({u"/media/ann/USB STICK"_s, u"/mnt/disk"_s, u"/run/media/ann/b\\c"_s}));
     }
 };
 

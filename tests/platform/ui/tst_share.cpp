@@ -46,7 +46,11 @@ class ShareTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { installTranslations(QLocale::c()); }
+    void initTestCase()
+    {
+        installTranslations(QLocale::c());
+        qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nowhere"); // no file manager of the desktop
+    }
     void init()
     {
         setMotionReduced(true);
@@ -81,6 +85,9 @@ private slots:
     {
         QFETCH(int, how);
         present();
+        QKeyEvent held(QEvent::KeyPress, Qt::Key_Escape, {}, QString(), true);
+        QCoreApplication::sendEvent(m_window.get(), &held);
+        QVERIFY(!m_sheet->isBeingDismissed());
         if (how == 0)
             row(QStringLiteral("Cancel"))->click();
         else if (how == 1)
@@ -109,6 +116,7 @@ private slots:
         QTRY_VERIFY(m_outcome);
         QCOMPARE(*m_outcome, qMakePair(QStringLiteral("copy"), true));
         const QMimeData *data = QGuiApplication::clipboard()->mimeData();
+        QCOMPARE(data->text(), m_file);
         QCOMPARE(data->urls(), QList<QUrl>{QUrl::fromLocalFile(m_file)});
         QCOMPARE(data->data(QStringLiteral("x-special/gnome-copied-files")),
                  "copy\n" + QUrl::fromLocalFile(m_file).toEncoded());
@@ -120,8 +128,10 @@ private slots:
         save();
         QTest::keyClicks(m_window->focusWidget(), u"copy"_s); // its extension stays
         press(Qt::Key_Return);
+        QVERIFY(!row(u"Save"_s)->isEnabled());
         QTRY_VERIFY(m_outcome);
         QCOMPARE(*m_outcome, qMakePair(u"save-copy"_s, true));
+        QCOMPARE(DocumentBrowser::firstFolder(), m_folder.path()); // for the next one
         QCOMPARE(contents(u"copy.txt"_s), contents(u"naïve & name.txt"_s));
         QVERIFY(QFile::permissions(m_folder.filePath(u"copy.txt"_s)) & QFile::ReadOther);
         QCOMPARE(toast(), u"Saved to “%1”"_s.arg(QDir(m_folder.path()).dirName()));
@@ -132,7 +142,7 @@ private slots:
         QVERIFY(sample::write(m_folder.filePath(u"old.txt"_s), "old"));
         QVERIFY(QFile::link(m_folder.filePath(u"old.txt"_s), m_folder.filePath(u"link.txt"_s)));
         save(u"link.txt"_s);
-        press(Qt::Key_Return);
+        row(u"Save"_s)->click();
         QTRY_VERIFY(top() != m_save && !m_window->isInTransition());
         press(Qt::Key_Escape);
         QTRY_VERIFY(top() == m_save && !m_window->isInTransition());
@@ -140,6 +150,7 @@ private slots:
         QCOMPARE(m_window->focusWidget(), field(u"Name"_s));
         press(Qt::Key_Return);
         QTRY_VERIFY(top() != m_save && !m_window->isInTransition());
+        QCOMPARE(top()->accessibleDescription(), u"Already in this folder"_s);
         press(Qt::Key_Return);
         QTRY_VERIFY(m_outcome);
         QCOMPARE(contents(u"link.txt"_s), contents(u"naïve & name.txt"_s));
@@ -244,18 +255,40 @@ private slots:
         QCOMPARE(field(u"Name"_s)->text(), u"old.txt"_s);
     }
 
-    void failuresAreTold()
+    void otherProgramsGetTheFile_data()
     {
-        const QString program = m_folder.filePath(u"xdg-open"_s);
-        QVERIFY(sample::write(program, "#!/bin/sh\nexit 4\n"));
-        QFile::setPermissions(program, QFile::ReadOwner | QFile::ExeOwner);
+        QTest::addColumn<QString>("title");
+        QTest::addColumn<QString>("call");
+        QTest::addColumn<QString>("failure");
+        QTest::newRow("to open it") << u"Open in Another App"_s << u"xdg-open %1/%2"_s
+                                    << u"No application could open the file."_s;
+        QTest::newRow("to mail it") << u"Send by E-Mail"_s << u"xdg-email --attach %1/%2"_s
+                                    << u"No e-mail application could be started."_s;
+        QTest::newRow("to show it")
+            << u"Show in Folder"_s << u"xdg-open %1"_s << u"The folder could not be opened."_s;
+    }
+    void otherProgramsGetTheFile()
+    {
+        QFETCH(QString, title);
+        QFETCH(QString, call);
+        QFETCH(QString, failure);
+        for (const QString &name : {u"xdg-open"_s, u"xdg-email"_s}) {
+            const QString program = m_folder.filePath(name);
+            QVERIFY(sample::write(program,
+                                  "#!/bin/sh\necho -n ${0##*/} \"$@\" > ${0%/*}/call\nexit 4\n"));
+            QFile::setPermissions(program, QFile::ReadOwner | QFile::ExeOwner);
+        }
         const QByteArray path = qgetenv("PATH");
         qputenv("PATH", QFile::encodeName(m_folder.path()) + ':' + path);
         present();
-        row(u"Open in Another App"_s)->click();
-        QTRY_COMPARE(toast(), u"No application could open the file."_s);
+        row(title)->click();
+        QTRY_COMPARE(toast(), failure);
         qputenv("PATH", path);
-        QCOMPARE(*m_outcome, qMakePair(u"open"_s, false));
+        QCOMPARE(m_outcome->second, false);
+        QCOMPARE(QString::fromUtf8(contents(u"call"_s)),
+                 QString(call)
+                     .replace(u"%1"_s, m_folder.path())
+                     .replace(u"%2"_s, QFileInfo(m_file).fileName()));
     }
 
     void fitsTheNarrowestScreen_data()
@@ -311,17 +344,24 @@ private slots:
     {
         UIDevice::current().setUserInterfaceIdiom(UIUserInterfaceIdiom::pad);
         m_window->resize(1024, 1366);
+        bool didShare = false;
         auto item = std::make_shared<UINavigationItem>(QStringLiteral("title"));
-        item->rightBarButtonItem = std::make_shared<UIBarButtonItem>(
-            UIBarButtonSystemItem::action, m_root.get(), [](QObject *) {});
+        item->rightBarButtonItem =
+            std::make_shared<UIBarButtonItem>(UIBarButtonSystemItem::action, m_root.get(),
+                                              [&didShare](QObject *) { didShare = true; });
         auto *bar = new UINavigationBar({0, 24, 1024, 44}, m_root->view());
         bar->setItems({item}, false);
         bar->show();
+        QCOMPARE(bar->accessibleName(), u"title"_s);
+        item->rightBarButtonItem->setEnabled(false);
+        item->rightBarButtonItem->perform();
+        QVERIFY(!didShare);
         present(item->rightBarButtonItem.get());
         QVERIFY(!row(QStringLiteral("Cancel"))->isVisible());
         const QPoint first =
             row(QStringLiteral("Open in Another App"))->mapTo(m_window.get(), QPoint());
-        QVERIFY2(first.y() < 200 && first.x() > 600, "the popover is not at its button");
+        QVERIFY2(first.y() > 68 && first.y() < 200 && first.x() > 600,
+                 "the popover is not at its button");
         m_window->resize(320, 568); // no room for it there
         QTRY_VERIFY(row(QStringLiteral("Cancel"))->isVisible());
     }
