@@ -62,9 +62,11 @@ QString hostOf(const URL &url)
 }
 
 /// The web view writes names in punycode and IPv6 addresses in brackets; everything here has them
-/// as QUrl::host() gives them.
+/// as QUrl::host() gives them. Any other text stays: QUrl would take a number for an address.
 QString normalized(const QString &domain)
 {
+    if (!domain.contains(u"xn--") && !domain.startsWith(u'['))
+        return domain;
     const bool hasDot = domain.startsWith(u'.');
     QUrl url;
     url.setHost(hasDot ? domain.mid(1) : domain);
