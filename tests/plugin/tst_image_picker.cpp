@@ -7,6 +7,7 @@
 #include "platform/photos_ui/camera_view.h"
 #include "platform/photos_ui/image_grid_picker_controller.h"
 #include "platform/photos_ui/photo_grid_view.h"
+#include "platform/photos_ui/photo_library_view.h"
 #include "platform/ui/theme.h"
 #include "platform/ui/ui_application.h"
 #include "platform/ui/ui_document_picker_message.h"
@@ -201,6 +202,15 @@ private slots:
             QVERIFY(!plugin->currentImagePicker());
         }
         QVERIFY(allGone());
+    }
+
+    void saysThatItLooksForPhotos()
+    {
+        const PhotoLibraryView view(false);
+        QStringList said;
+        for (const auto *part : view.findChildren<QWidget *>())
+            said.append(part->accessibleName());
+        QVERIFY(said.contains(u"Looking for photos…"_s));
     }
 
     void withoutArgumentsOrAPageNothingIsShown()
