@@ -167,7 +167,7 @@ private slots:
     void nullImageCountsAsGiven()
     {
         Host host;
-        QVERIFY(toastViewForMessage(&host, {}, {}, QImage(), {}));
+        QCOMPARE(toastViewForMessage(&host, {}, {}, QImage(), {}).view->size(), QSize(20, 20));
     }
 
     void linesAreLimited()

@@ -19,7 +19,7 @@ private slots:
 
     void cleanup() { delete m_host; }
 
-    void hostIsDeleted_data() { addRows({"fading in", "shown", "fading out", "held"}); }
+    void hostIsDeleted_data() { addRows({"fading in", "shown", "fading out", "held", "dropped"}); }
 
     void hostIsDeleted()
     {
@@ -36,6 +36,8 @@ private slots:
             hideAllToasts(m_host, true, false);
         if (what == u"held")
             QTest::mousePress(first, Qt::LeftButton);
+        if (what == u"dropped")
+            clearToastQueue(m_host);
         delete m_host;
         QVERIFY(!first && !second && !ToastManager::shared().completion.toastView);
         QTest::qWait(60);
