@@ -185,6 +185,12 @@ private slots:
         QVERIFY(pixel.red() == 255 && pixel.green() < 80 && pixel.blue() < 80);
         QCOMPARE(at(image, 155, 200), QColor(Qt::blue));
         QVERIFY(at(image, 193, 189).green() > 50);
+
+        // What cannot be seen throws no shadow.
+        WhiteHost clear;
+        ToastManager::shared().style.activityBackgroundColor = Qt::transparent;
+        makeToastActivity(&clear);
+        QCOMPARE(at(clear.picture(1), 255, 200), QColor(Qt::white));
     }
 
     void imageKeepsItsAspectRatio()
