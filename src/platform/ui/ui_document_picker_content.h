@@ -9,13 +9,7 @@
 
 namespace zelkam {
 
-/// Whether the first bytes of a file say for certain that it is of none of these types, nor of
-/// anything that one of them could be a kind of: a JPEG where a PDF is wanted. Most bytes say
-/// nothing for certain: text, XML, zip files and other hulls of many formats. Then it is false, as
-/// it is better to let a wrong document through than to refuse a right one.
-bool isOfAnotherType(const QByteArray &head, const QList<UTType> &allowedTypes);
-
-/// Looks into documents that were chosen for their names, each on a thread of its own, so that no
+/// Looks into chosen documents whose names say nothing, each on a thread of its own, so that no
 /// dead folder keeps the main thread. Main thread only; so are its signals.
 class DocumentChecks : public QObject
 {
@@ -24,8 +18,8 @@ class DocumentChecks : public QObject
 public:
     explicit DocumentChecks(QList<UTType> allowedTypes, QObject *parent = nullptr);
 
-    /// @param byName  what holds when the content does not come in two seconds
-    void start(const QString &path, DocumentChoice byName);
+    /// A document whose content does not come in two seconds is one that cannot be read.
+    void start(const QString &path);
     bool isRunning() const { return !m_running.isEmpty(); }
 
 signals:

@@ -2,14 +2,11 @@
 
 #include "platform/foundation/dispatch_queue.h"
 #include "platform/foundation/file_descriptor.h"
-#include "platform/foundation/regular_file.h"
 #include "platform/ui/background_work.h"
-#include "platform/ui/ui_document_picker_content.h"
 #include "platform/ui/ui_document_picker_entry_reader.h"
 
 #include <QCollator>
 #include <QFile>
-#include <QFileInfo>
 #include <QLocale>
 #include <QPointer>
 #include <algorithm>
@@ -176,16 +173,7 @@ DocumentChoice DocumentFolderReader::choiceOf(const QString &path,
         return DocumentChoice::notAFile;
     const bool conforms = std::any_of(allowedTypes.cbegin(), allowedTypes.cend(),
                                       [&type](UTType allowed) { return type->conforms(allowed); });
-    if (!conforms)
-        return DocumentChoice::wrongType;
-    // The names of the declared types say what their content begins with. Of the many others too
-    // little is known to doubt them.
-    const auto byName = UTType::fromFilenameExtension(QFileInfo(path).suffix());
-    const bool isDoubtful = byName && !byName->identifier().startsWith(u"dyn.");
-    const auto file = isDoubtful ? RegularFile::open(path) : std::nullopt;
-    constexpr qsizetype signature = 16;
-    return file && isOfAnotherType(file->head(signature), allowedTypes) ? DocumentChoice::wrongType
-                                                                        : DocumentChoice::allowed;
+    return conforms ? DocumentChoice::allowed : DocumentChoice::wrongType;
 }
 
 } // namespace zelkam

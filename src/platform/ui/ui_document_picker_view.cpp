@@ -64,8 +64,8 @@ void DocumentPickerView::updateSelection()
 void DocumentPickerView::tapDocument(const QModelIndex &document)
 {
     model().toggle(document);
-    if (model().isSelected(document))
-        m_checks->start(model().pathOf(document), model().entry(document).choice);
+    if (model().isSelected(document) && model().entry(document).choice == DocumentChoice::unknown)
+        m_checks->start(model().pathOf(document));
 }
 
 void DocumentPickerView::openDocument(const QModelIndex &document)

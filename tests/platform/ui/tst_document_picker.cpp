@@ -200,7 +200,7 @@ private slots:
             QVERIFY2(!item(name).flags().testFlag(Qt::ItemIsEnabled), qPrintable(name));
     }
 
-    void looksIntoWhatIsPicked_data()
+    void theNameDecidesAndTheContentWhereItSaysNothing_data()
     {
         QTest::addColumn<QStringList>("types");
         QTest::addColumn<QString>("name");
@@ -212,42 +212,15 @@ private slots:
                                 << content << isPicked;
         };
         const QByteArray jpeg("\xff\xd8\xff\xe0\0\x10JFIF", 10);
-        const QByteArray zip("PK\3\4\x14\0\6\0", 8);
-        const QByteArray ole("\xd0\xcf\x11\xe0\xa1\xb1\x1a\xe1");
-        const auto media = [](const char *brand) {
-            return QByteArray("\0\0\0\x18"
-                              "ftyp",
-                              8) +
-                   brand + QByteArray(4, '\0');
-        };
-        row("a JPEG as PDF", UTType::pdf, "a.pdf", jpeg, false);
-        row("a JPEG as PNG", UTType::png, "a.png", jpeg, false);
-        row("a PNG as JPEG", UTType::jpeg, "a.JPG", "\x89PNG\r\n\x1a\n", false);
-        row("a program as a picture", UTType::content, "a.png",
-            "\x7f"
-            "ELF\2\1\1",
-            false);
-        row("a PDF as a page", UTType::html, "a.html", "%PDF-1.7\n", false);
-        row("a film as PDF", UTType::pdf, "a.pdf", media("isom"), false);
-        row("a WebP as GIF", UTType::gif, "a.gif", QByteArray("RIFF\x10\0\0\0WEBP", 12), false);
-        row("a JPEG as PNG, where any picture will do", UTType::image, "a.png", jpeg, true);
-        row("a JPEG as PDF, where anything will do", UTType::item, "a.pdf", jpeg, true);
-        row("a JPEG", UTType::jpeg, "a.jpeg", jpeg, true);
-        row("an empty file", UTType::pdf, "a.pdf", "", true);
-        row("text", UTType::pdf, "a.pdf", "no PDF at all", true);
-        row("unknown bytes", UTType::png, "a.png", QByteArray("\0\1\2\3\4", 5), true);
-        row("a drawing", UTType::svg, "a.svg", "<?xml version='1.0'?><svg/>", true);
-        row("a zip as such", UTType::zip, "a.zip", zip, true);
-        row("an office document", UTType::content, "a.docx", zip, true);
-        row("an old office document", UTType::content, "a.doc", ole, true);
-        row("an old office document as PDF", UTType::pdf, "a.pdf", ole, true);
-        row("a HEIC", UTType::heic, "a.heic", media("heic"), true);
-        row("a HEIC of a general brand", UTType::heic, "a.heic", media("mif1"), true);
-        row("a film of another maker", UTType::mpeg4Movie, "a.mp4", media("qt  "), true);
-        row("a sound in a film's hull", UTType::mp3, "a.mp3", media("M4A "), true);
-        row("a raw picture", UTType::image, "a.cr3", media("crx "), true);
+        row("a JPEG that is called a PDF", UTType::pdf, "a.pdf", jpeg, true);
+        row("a PDF that is called a page", UTType::html, "a.HTML", "%PDF-1.7\n", true);
+        row("a program that is called a document", UTType::content, "a.docx", "\177ELF\2", true);
+        row("nothing that is called a film", UTType::mpeg4Movie, "a.mp4", "", true);
+        row("a PDF that is called nothing", UTType::pdf, "a", "%PDF-1.7\n", true);
+        row("a JPEG that is called nothing", UTType::pdf, "a", jpeg, false);
+        row("a JPEG of an extension that nobody knows", UTType::pdf, "a.nobody-knows", jpeg, false);
     }
-    void looksIntoWhatIsPicked()
+    void theNameDecidesAndTheContentWhereItSaysNothing()
     {
         QFETCH(QStringList, types);
         QFETCH(QString, name);
@@ -260,7 +233,6 @@ private slots:
         picker->setDirectory(root->filePath(u"here"_s));
         page->present(picker, false);
         QTRY_VERIFY(picker->isVisible() && !names().isEmpty());
-        QVERIFY(item(name).flags().testFlag(Qt::ItemIsEnabled));
         tap(name);
         picker->accept();
         if (isPicked) {
@@ -268,7 +240,7 @@ private slots:
             return;
         }
         QTRY_VERIFY(!item(name).flags().testFlag(Qt::ItemIsEnabled));
-        QCOMPARE(picker->selection(), QStringList());
+        QTRY_COMPARE(picker->selection(), QStringList());
         tap(name);
         QCOMPARE(picker->selection(), QStringList());
         QCOMPARE(delegate->heard, QStringList());
