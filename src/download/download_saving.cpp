@@ -95,8 +95,9 @@ QString ZelkamMobileFileDownloadUtil::targetPath(const QString &folder,
         name = *m_fileName;
     else
         name = response.suggestedFilename().value_or(timeStamp());
-    // A path that cannot be decoded becomes the empty one, which the file service refuses.
-    return removingPercentEncoding(folder + u'/' + name).value_or(QString());
+    // A name that cannot be decoded makes the empty path, which the file service refuses.
+    const auto decoded = removingPercentEncoding(name);
+    return decoded ? folder + u'/' + *decoded : QString();
 }
 
 bool ZelkamMobileFileDownloadUtil::saveToAlbum(const QString &path) const

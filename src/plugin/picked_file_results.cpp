@@ -9,18 +9,16 @@
 #include "platform/foundation/file_reader.h"
 #include "platform/foundation/percent_encoding.h"
 #include "plugin/data_url.h"
+#include "plugin/picked_file_name.h"
 
 #include <QDir>
+#include <QFile>
+#include <climits>
+#include <unistd.h>
 
 namespace zelkam {
 
 namespace {
-
-/// The last piece of the address, percent-encoded as it is there.
-QString encodedFileName(const URL &url)
-{
-    return url.absoluteString().section(u'/', -1, -1, QString::SectionSkipEmpty);
-}
 
 /// The temporary directory without a slash at its end. Without one, nothing here can be done.
 QString standardizedTemporaryDirectory()
@@ -31,14 +29,20 @@ QString standardizedTemporaryDirectory()
     return directory;
 }
 
+/// The most bytes that a name may have in a folder.
+qsizetype maxNameSize(const QString &directory)
+{
+    const long size = ::pathconf(QFile::encodeName(directory).constData(), _PC_NAME_MAX);
+    return size > 0 ? size : NAME_MAX;
+}
+
 } // namespace
 
 std::optional<URL> ZelkamMobileContentsPlugin::copyPickedFile(const URL &url) const
 {
-    // The copy bears the encoded name: "My Report.pdf" is stored as "My%20Report.pdf". A name that
-    // is longer than 255 bytes once it is encoded can therefore not be stored: each letter of most
-    // scripts becomes six or nine. Then the file counts as one that could not be copied.
-    const QString path = standardizedTemporaryDirectory() + u'/' + encodedFileName(url);
+    const QString directory = standardizedTemporaryDirectory();
+    const QString path =
+        directory + u'/' + nameOfCopy(encodedFileName(url), maxNameSize(directory));
     const auto file = openContentsOf(url);
     if (!file) {
         ZLog::debug(QStringLiteral("picked file cannot be read: ") + url.absoluteString());
@@ -50,8 +54,7 @@ std::optional<URL> ZelkamMobileContentsPlugin::copyPickedFile(const URL &url) co
                     QString::fromStdString(error.message()));
         return std::nullopt;
     }
-    const auto copy = URL::fromString(path);
-    return copy ? std::optional(URLTransformer(*copy)) : std::nullopt;
+    return URLTransformer(URL::fromBarePath(path));
 }
 
 std::optional<QString> ZelkamMobileContentsPlugin::localFilePath(const URL &url) const
@@ -62,11 +65,10 @@ std::optional<QString> ZelkamMobileContentsPlugin::localFilePath(const URL &url)
 
 std::optional<QByteArray> ZelkamMobileContentsPlugin::localFileBase64String(const URL &url) const
 {
-    const auto local = localFilePath(url);
-    const auto address = local ? URL::fromString(*local) : std::nullopt;
+    const auto address = copyPickedFile(url);
     // Read from the address and not from the picked file: the page gets what it could load there.
     const auto copy = address ? openContentsOf(*address) : std::nullopt;
-    return copy ? dataUrl(mimeType(*local), *copy) : std::nullopt;
+    return copy ? dataUrl(mimeType(address->absoluteString()), *copy) : std::nullopt;
 }
 
 QVariantMap ZelkamMobileContentsPlugin::pickedFileRecord(const URL &url,

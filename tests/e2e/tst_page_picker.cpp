@@ -79,10 +79,14 @@ private slots:
         const QString image = write(u"My \"photo\" 100%#?.png"_s, png);
         const QString text = write(u"notes 🙂.txt"_s, "words");
         const QString sameName = write(u"other/notes 🙂.txt"_s, "other words");
-        // Its encoded name is longer than a name can be: it cannot be copied, and is left out.
-        const QString skipped = write(QString(60, u'文') + u".txt"_s, "x");
+        // Names that are longer than a name can be once they are encoded.
+        const QString syllables = write(QString(60, u'문') + u".txt"_s, "syllables");
+        const QString percents = write(QString(251, u'%') + u".txt"_s, "percents");
+        // It would take the place of the downloads' folder, and is left out.
+        const QString skipped = write(u"Download"_s, "x");
         HostProcess host;
-        QVERIFY(start(host, {image, u"%1,%2,%3"_s.arg(text, skipped, image),
+        QVERIFY(start(host, {image, u"%1,%2"_s.arg(syllables, percents),
+                             u"%1,%2,%3"_s.arg(text, skipped, image),
                              u"%1,%2"_s.arg(text, sameName), skipped, u"cancel"_s}));
         const auto single =
             host.run(u"window.scrollTo(0, 900);"
@@ -91,6 +95,10 @@ private slots:
                      "return [await image(fileUri), await bytes(fileUri), scrollY]"_s);
         QCOMPARE(single, (QJsonArray{QJsonArray{1, 1}, QString::fromLatin1(png.toHex()), 900}));
 
+        const auto named = host.run(u"const all = await pick({ multiselect: true });"
+                                    "return Promise.all(all.map(bytes))"_s);
+        QCOMPARE(named, (QJsonArray{QString::fromLatin1(QByteArray("syllables").toHex()),
+                                    QString::fromLatin1(QByteArray("percents").toHex())}));
         const auto several = host.run(u"const all = await pick({ multiselect: true });"
                                       "return Promise.all(all.map(bytes))"_s);
         QCOMPARE(several, (QJsonArray{QString::fromLatin1(QByteArray("words").toHex()),
@@ -107,7 +115,7 @@ private slots:
     {
         const QString image = write(u"a.png"_s, png);
         const QString text = write(u"b c.txt"_s, "words");
-        const QString skipped = write(QString(60, u'文') + u".txt"_s, "x");
+        const QString skipped = write(u"Download"_s, "x");
         HostProcess host;
         QVERIFY(start(host, {image, text, u"%1,%2"_s.arg(text, skipped), text}));
         QCOMPARE(host.run(u"const r = await pick({ type: 0 });"

@@ -20,6 +20,16 @@ AddressResolver currentResolver()
     return resolverSlot();
 }
 
+/// A path that nobody has encoded may well hold a percent sign: the copy of "My Report.pdf" is
+/// called "My%20Report.pdf". So a path counts as it is, and decoded only where that is no file.
+std::optional<QString> localPathWithoutScheme(const URL &url)
+{
+    const auto bare = url.barePath();
+    if (!bare || isRegularFile(*bare))
+        return bare;
+    return url.path();
+}
+
 } // namespace
 
 void setAddressResolver(AddressResolver resolver)
@@ -37,8 +47,7 @@ std::optional<QString> localPath(const URL &url)
         return url.path();
     }
     if (!url.scheme())
-        return !url.host() && url.path().startsWith(u'/') ? std::optional(url.path())
-                                                          : std::nullopt;
+        return localPathWithoutScheme(url);
     const auto resolver = currentResolver();
     return resolver ? resolver(url) : std::nullopt;
 }

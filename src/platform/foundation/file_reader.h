@@ -17,8 +17,9 @@ using AddressResolver = std::function<std::optional<QString>(const URL &)>;
 /// Sets how the addresses that the host's URL transformer makes are read. Main thread, at start.
 void setAddressResolver(AddressResolver resolver);
 
-/// The path of the local file that a URL names: a file URL, a bare absolute path, or an address
-/// that the host made. Nothing for any other URL. From any thread.
+/// The path of the local file that a URL names: a file URL, a bare absolute path (as it is, or
+/// percent-decoded where that is no file), or an address that the host made. Nothing for any other
+/// URL. From any thread.
 std::optional<QString> localPath(const URL &url);
 
 /// Opens the file at a URL for reading. Fails when the URL names no local file, or it is no

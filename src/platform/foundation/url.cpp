@@ -80,7 +80,14 @@ std::optional<URL> URL::fromString(const QString &string)
     const QUrl url(parsable.value_or(QString()), QUrl::StrictMode);
     if (!parsable || !url.isValid())
         return std::nullopt;
-    return URL(text, url);
+    return URL(text, url, string);
+}
+
+URL URL::fromBarePath(const QString &path)
+{
+    QUrl url;
+    url.setPath(path, QUrl::DecodedMode);
+    return URL(path, url, path);
 }
 
 URL URL::fromFilePath(const QString &path)
@@ -97,7 +104,8 @@ std::optional<URL> URL::fromQUrl(const QUrl &url)
 {
     if (!url.isValid() || url.isEmpty())
         return std::nullopt;
-    return URL(url.toString(QUrl::FullyEncoded), url);
+    const QString text = url.toString(QUrl::FullyEncoded);
+    return URL(text, url, text);
 }
 
 std::optional<QString> URL::scheme() const
@@ -134,6 +142,12 @@ QString URL::lastPathComponent() const
     while (path.size() > 1 && path.endsWith(u'/'))
         path.chop(1);
     return path == u"/" ? path : path.section(u'/', -1);
+}
+
+std::optional<QString> URL::barePath() const
+{
+    const bool isBare = m_url.scheme().isEmpty() && m_url.authority().isEmpty();
+    return isBare && m_given.startsWith(u'/') ? std::optional(m_given) : std::nullopt;
 }
 
 bool URL::isFileURL() const

@@ -20,6 +20,10 @@ public:
     /// The file URL of a path. A relative path is taken below the root.
     static URL fromFilePath(const QString &path);
 
+    /// The URL of an absolute path without a scheme: its text is the path as it is, whatever
+    /// characters that has.
+    static URL fromBarePath(const QString &path);
+
     static std::optional<URL> fromQUrl(const QUrl &url);
 
     const QString &absoluteString() const { return m_string; }
@@ -32,13 +36,20 @@ public:
     QString path() const;                  ///< percent-decoded
     QString lastPathComponent() const;     ///< of the decoded path; trailing slashes do not count
     bool isFileURL() const;
+    /// The text of an absolute path without a scheme, as it was given: nothing in it was encoded,
+    /// and nothing is decoded. Absent in any other URL.
+    std::optional<QString> barePath() const;
 
     friend bool operator==(const URL &a, const URL &b) { return a.m_string == b.m_string; }
 
 private:
-    URL(QString string, QUrl url) : m_string(std::move(string)), m_url(std::move(url)) {}
+    URL(QString string, QUrl url, QString given = {})
+        : m_string(std::move(string)), m_given(std::move(given)), m_url(std::move(url))
+    {
+    }
 
     QString m_string;
+    QString m_given; ///< the text before anything in it was encoded
     QUrl m_url;
 };
 
