@@ -3,7 +3,6 @@
 #include "download/zelkam_mobile_file_download_util.h"
 
 #include "host/visible_view_controller.h"
-#include "host/zelkam_mobile_plugin.h"
 #include "host/zlog.h"
 #include "platform/foundation/bundle.h"
 #include "platform/foundation/console.h"

@@ -1,7 +1,6 @@
 #include "download/zelkam_mobile_file_download_util.h"
 
 #include "host/argument_values.h"
-#include "host/zelkam_mobile_plugin.h"
 #include "platform/foundation/console.h"
 #include "platform/network/http_cookie_storage.h"
 #include "platform/network/url_request.h"
@@ -60,28 +59,28 @@ bool ZelkamMobileFileDownloadUtil::isAbandoned() const
 
 void ZelkamMobileFileDownloadUtil::replySuccess() const
 {
-    const auto call = pluginObj ? pluginObj->currentCallBack() : nullptr;
+    const auto call = pluginObj.currentCallBack();
     if (call)
         call->success(false);
 }
 
 void ZelkamMobileFileDownloadUtil::replyError(CommandStatus status) const
 {
-    const auto call = pluginObj ? pluginObj->currentCallBack() : nullptr;
+    const auto call = pluginObj.currentCallBack();
     if (call)
         call->error(status, false);
 }
 
 void ZelkamMobileFileDownloadUtil::replyError(CommandStatus status, const QString &error) const
 {
-    const auto call = pluginObj ? pluginObj->currentCallBack() : nullptr;
+    const auto call = pluginObj.currentCallBack();
     if (call)
         call->error(status, error, false);
 }
 
 void ZelkamMobileFileDownloadUtil::replyError(const QString &status, const QString &error) const
 {
-    const auto call = pluginObj ? pluginObj->currentCallBack() : nullptr;
+    const auto call = pluginObj.currentCallBack();
     if (call)
         call->error(status, error, false);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/command_status.h"
+#include "host/plugin_reference.h"
 #include "platform/foundation/url.h"
 
 #include <QList>
@@ -17,7 +18,6 @@ namespace zelkam {
 class HTTPCookie;
 class URLRequest;
 class URLResponse;
-class ZelkamMobilePlugin;
 
 /// One download: from a page's options to a request, a transfer, a file in the Download folder,
 /// and what is to be done with the file.
@@ -54,7 +54,7 @@ public:
     ZelkamMobileFileDownloadUtil &operator=(const ZelkamMobileFileDownloadUtil &) = delete;
 
     /// The plug-in on whose behalf the file is fetched.
-    std::shared_ptr<ZelkamMobilePlugin> pluginObj;
+    PluginReference pluginObj;
 
     /// Starts the download and returns at once. Main thread.
     ///
@@ -65,6 +65,18 @@ public:
     /// and GET otherwise; "data" is the body of a POST, as a form when "dataType" is
     /// "application/x-www-form-urlencoded" and as JSON for every other type.
     void startDownload(const URL &url, const QVariantMap &options);
+
+    // The options, as the last startDownload() has read them; before it, the defaults.
+    bool fileOpen() const { return m_fileOpen; }
+    bool showProgress() const { return m_showProgress; } ///< kept; the network activity always shows
+    bool showNotify() const { return m_showNotify; }
+    bool shareFile() const { return m_shareFile; }
+    bool saveAlbum() const { return m_saveAlbum; }
+    const std::optional<QString> &fileName() const { return m_fileName; }
+    const QString &dataType() const { return m_dataType; }
+    const QString &requestType() const { return m_requestType; }
+    const QMap<QString, QString> &httpHeaders() const { return m_httpHeaders; }
+    const QVariantMap &requestData() const { return m_requestData; }
 
 private:
     // zelkam_mobile_file_download_util.cpp: options and replies
@@ -109,13 +121,13 @@ private:
     std::mutex m_starting;
     QMetaObject::Connection m_ending; ///< cancels the transfer with its document
     bool m_fileOpen = true;
-    bool m_showProgress = true; ///< read and kept; the network activity always shows
+    bool m_showProgress = true;
     bool m_showNotify = false;
     bool m_shareFile = false;
     bool m_saveAlbum = false;
     std::optional<QString> m_fileName;
-    QString m_dataType;
-    QString m_requestType;
+    QString m_dataType = QStringLiteral("application/json");
+    QString m_requestType = QStringLiteral("get");
     QMap<QString, QString> m_httpHeaders;
     QVariantMap m_requestData;
 };

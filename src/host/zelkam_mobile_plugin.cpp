@@ -1,14 +1,33 @@
 #include "host/zelkam_mobile_plugin.h"
 
-#include "platform/foundation/dispatch_queue.h"
 #include "platform/ui/ui_view_controller.h"
 
 #include <utility>
 
 namespace zelkam {
 
+CallBackManagerPtr CallSlot::call() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_call;
+}
+
+void CallSlot::setCall(CallBackManagerPtr call)
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        std::swap(m_call, call);
+    }
+    // The call that was there is let go here, outside of the lock: its end may tell the page
+    // something, and what that leads to is not this object's to know.
+}
+
 ZelkamMobilePlugin::ZelkamMobilePlugin() = default;
-ZelkamMobilePlugin::~ZelkamMobilePlugin() = default;
+
+ZelkamMobilePlugin::~ZelkamMobilePlugin()
+{
+    setCurrentCallBack(nullptr); // references hold the slot beyond this
+}
 
 UIViewController *ZelkamMobilePlugin::viewController() const
 {
@@ -53,12 +72,14 @@ void ZelkamMobilePlugin::addScreen(const std::shared_ptr<UIViewController> &scre
         screen->withdraw();
 }
 
-void deletePluginOnMainThread(ZelkamMobilePlugin *plugin)
+CallBackManagerPtr ZelkamMobilePlugin::currentCallBack() const
 {
-    if (isMainThread())
-        delete plugin;
-    else
-        plugin->deleteLater();
+    return m_slot->call();
+}
+
+void ZelkamMobilePlugin::setCurrentCallBack(CallBackManagerPtr callBack)
+{
+    m_slot->setCall(std::move(callBack));
 }
 
 } // namespace zelkam

@@ -6,6 +6,7 @@
 #include <QObject>
 #include <QString>
 #include <memory>
+#include <mutex>
 
 namespace zelkam {
 
@@ -21,9 +22,22 @@ public:
     virtual QString webViewId() const = 0;
 };
 
-/// The base of every plug-in. A plug-in is made with std::make_shared through makePlugin(), on
-/// the main thread; downloads and screens that outlive a command share its ownership, and
-/// whoever lets go last, on whatever thread, the object is destroyed on the main thread.
+/// The one place for the call that later replies go to. From any thread.
+class CallSlot
+{
+public:
+    CallBackManagerPtr call() const;
+    void setCall(CallBackManagerPtr call);
+
+private:
+    mutable std::mutex m_mutex;
+    CallBackManagerPtr m_call;
+};
+
+/// The base of every plug-in. It is made and ends on the main thread, and may be owned in any way.
+/// Downloads and screens that outlive a command share its ownership where a std::shared_ptr owns
+/// it; makePlugin() makes one so. Where its host owns it alone, replies are dropped after its end.
+/// It must not end inside one of its own replies.
 ///
 /// A command is a public method invokable by name that takes a CallBackManagerPtr:
 /// the host calls the method "fileDownload" for the script command of that name.
@@ -54,7 +68,10 @@ public:
     void addScreen(const std::shared_ptr<UIViewController> &screen);
 
     /// The call that replies go to at this moment; null when there is none. From any thread.
-    virtual CallBackManagerPtr currentCallBack() const = 0;
+    CallBackManagerPtr currentCallBack() const;
+    /// Also by its name, for a host. It has the form of a command and is none: a page must not
+    /// reach it.
+    Q_INVOKABLE void setCurrentCallBack(zelkam::CallBackManagerPtr callBack);
 
 signals:
     void invalidated();
@@ -62,18 +79,18 @@ signals:
 private:
     bool m_isInvalidated = false;
     QList<std::weak_ptr<UIViewController>> m_screens;
+    friend class PluginReference;
+
+    const std::shared_ptr<CallSlot> m_slot = std::make_shared<CallSlot>();
     UIViewController *m_viewController = nullptr;
     HostWebView *m_webView = nullptr;
 };
-
-/// Deletes a plug-in on the main thread, whichever thread lets go of it.
-void deletePluginOnMainThread(ZelkamMobilePlugin *plugin);
 
 /// Makes a plug-in that is shared by the host and by what its commands started.
 template<typename Plugin>
 std::shared_ptr<Plugin> makePlugin()
 {
-    return std::shared_ptr<Plugin>(new Plugin, deletePluginOnMainThread);
+    return std::make_shared<Plugin>();
 }
 
 } // namespace zelkam

@@ -28,7 +28,7 @@ void ZelkamMobileContentsPlugin::fileDownload(CallBackManagerPtr callBack)
         return;
     }
     const auto download = std::make_shared<ZelkamMobileFileDownloadUtil>();
-    download->pluginObj = shared_from_this();
+    download->pluginObj = this;
     download->startDownload(*url, *arguments);
 }
 

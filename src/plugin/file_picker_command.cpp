@@ -1,6 +1,7 @@
 #include "plugin/zelkam_mobile_contents_plugin.h"
 
 #include "host/argument_values.h"
+#include "host/plugin_reference.h"
 #include "host/zlog.h"
 #include "platform/foundation/dispatch_queue.h"
 #include "platform/foundation/system_version.h"
@@ -27,14 +28,16 @@ void ZelkamMobileContentsPlugin::filePicker(CallBackManagerPtr callBack)
         m_filePickerReturnType =
             *type == 0 ? FilePickerReturnType::base64 : FilePickerReturnType::url;
 
-    const auto self = std::static_pointer_cast<ZelkamMobileContentsPlugin>(shared_from_this());
-    DispatchQueue::main().async([self, callBack, multiselect = *multiselect] {
-        self->presentDocumentPicker(callBack, multiselect);
+    DispatchQueue::main().async([this, self = PluginReference(this), callBack,
+                                 multiselect = *multiselect, comes = expectPicker()] {
+        if (self.get())
+            presentDocumentPicker(callBack, multiselect, comes);
     });
 }
 
 void ZelkamMobileContentsPlugin::presentDocumentPicker(const CallBackManagerPtr &callBack,
-                                                       bool multiselect)
+                                                       bool multiselect,
+                                                       const std::shared_ptr<void> &comes)
 {
     const auto picker = makeDocumentPicker();
     if (!picker) {
@@ -42,10 +45,12 @@ void ZelkamMobileContentsPlugin::presentDocumentPicker(const CallBackManagerPtr 
                         QStringLiteral("fileBrowser init failed"), false);
         return;
     }
+    if (!comes)
+        return;
     picker->allowsMultipleSelection = multiselect;
-    picker->setDelegate(std::static_pointer_cast<ZelkamMobileContentsPlugin>(shared_from_this()));
+    picker->setDelegate(asDelegate<UIDocumentPickerDelegate>());
     picker->modalPresentationStyle = UIModalPresentationStyle::overFullScreen;
-    presentPicker(picker);
+    presentPicker(picker, comes);
 }
 
 std::shared_ptr<UIDocumentPickerViewController>

@@ -9,6 +9,7 @@
 #include "plugin/zelkam_mobile_single_image_picker.h"
 
 #include <QImage>
+#include <QPointer>
 
 namespace zelkam {
 
@@ -29,24 +30,27 @@ void ZelkamMobileContentsPlugin::imagePicker(CallBackManagerPtr callBack)
 
 void ZelkamMobileContentsPlugin::showSingleImgPicker(const QVariantMap &args)
 {
-    DispatchQueue::main().async([weak = weak_from_this(), args] {
-        const auto self = std::static_pointer_cast<ZelkamMobileContentsPlugin>(weak.lock());
+    const auto comes = expectPicker();
+    if (!comes)
+        return;
+    DispatchQueue::main().async([this, self = QPointer(this), args, comes] {
         if (!self)
             return;
         const auto screen = std::make_shared<ZelkamMobileSingleImagePicker>();
-        self->m_imagePicker = screen;
-        screen->imagePicker->setDelegate(self);
+        m_imagePicker = screen;
+        screen->imagePicker->setDelegate(asDelegate<UIImagePickerControllerDelegate>());
         if (boolArgument(args, QStringLiteral("camera")).value_or(false))
             screen->sourceType = UIImagePickerControllerSourceType::camera;
         screen->modalPresentationStyle = UIModalPresentationStyle::overFullScreen;
-        self->presentPicker(screen);
+        presentPicker(screen, comes);
     });
 }
 
 void ZelkamMobileContentsPlugin::imagePickerController(
-    UIImagePickerController *picker, const QVariantMap &didFinishPickingMediaWithInfo)
+    UIImagePickerController *, const QVariantMap &didFinishPickingMediaWithInfo)
 {
     print(QStringLiteral("imagePickerController(_:didFinishPickingMediaWithInfo:)"));
+    pickerAnswers();
     const QVariant picked =
         didFinishPickingMediaWithInfo.value(UIImagePickerControllerOriginalImage);
     const auto image = UIImage::fromQImage(picked.value<QImage>());
@@ -59,22 +63,20 @@ void ZelkamMobileContentsPlugin::imagePickerController(
             false);
     else if (call)
         call->error(CommandStatus::UNKNOWN, QStringLiteral("Creating UIImage failed"), false);
-    dismissSingleImgPicker(*picker);
+    dismissSingleImgPicker();
 }
 
-void ZelkamMobileContentsPlugin::imagePickerControllerDidCancel(UIImagePickerController *picker)
+void ZelkamMobileContentsPlugin::imagePickerControllerDidCancel(UIImagePickerController *)
 {
-    dismissSingleImgPicker(*picker);
+    pickerAnswers();
+    dismissSingleImgPicker();
     // The code and the words that pages know, though it is no file picker.
     if (const auto call = currentCallBack())
         call->error(QStringLiteral("2041"), QStringLiteral("File picker is canceled."), false);
 }
 
-void ZelkamMobileContentsPlugin::dismissSingleImgPicker(UIImagePickerController &answered)
+void ZelkamMobileContentsPlugin::dismissSingleImgPicker()
 {
-    // A later call may have taken the place of the screen that has answered now: with one of its
-    // own above it, or with one that could not be shown because of it.
-    answered.leave(true);
     if (const auto screen = std::exchange(m_imagePicker, nullptr))
         screen->leave(true);
 }

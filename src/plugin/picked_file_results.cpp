@@ -87,6 +87,7 @@ void ZelkamMobileContentsPlugin::documentPicker(UIDocumentPickerViewController *
 {
     if (didPickDocumentsAt.isEmpty())
         qFatal("A document picker has picked nothing.");
+    pickerAnswers();
     const bool asUrl = m_filePickerReturnType == FilePickerReturnType::url;
     if (didPickDocumentsAt.size() == 1) {
         const URL &url = didPickDocumentsAt.first();
@@ -124,6 +125,7 @@ void ZelkamMobileContentsPlugin::replyPicked(const QVariant &data) const
 
 void ZelkamMobileContentsPlugin::documentPickerWasCancelled(UIDocumentPickerViewController *)
 {
+    pickerAnswers();
     if (const auto call = currentCallBack())
         call->success(false);
 }

@@ -2,8 +2,6 @@
 
 #include "platform/foundation/bundle.h"
 
-#include <utility>
-
 namespace zelkam {
 
 ZelkamMobileContentsPlugin::ZelkamMobileContentsPlugin()
@@ -13,40 +11,39 @@ ZelkamMobileContentsPlugin::ZelkamMobileContentsPlugin()
 
 ZelkamMobileContentsPlugin::~ZelkamMobileContentsPlugin() = default;
 
-CallBackManagerPtr ZelkamMobileContentsPlugin::currentCallBack() const
+std::shared_ptr<void> ZelkamMobileContentsPlugin::expectPicker()
 {
-    const std::lock_guard lock(m_mutex);
-    return m_currentCallBack;
+    const auto picker = m_picker.lock();
+    const bool isUp = picker && picker->presentingViewController() && !picker->isBeingDismissed();
+    if (isUp || !m_pickerComes.expired())
+        return nullptr;
+    const auto comes = std::make_shared<char>();
+    m_pickerComes = comes;
+    return comes;
 }
 
-void ZelkamMobileContentsPlugin::setCurrentCallBack(CallBackManagerPtr callBack)
+void ZelkamMobileContentsPlugin::pickerAnswers()
 {
-    {
-        const std::lock_guard lock(m_mutex);
-        std::swap(m_currentCallBack, callBack);
-    }
-    // The call that was there is let go here, outside of the lock: its end may tell the page
-    // something, and what that leads to is not this object's to know.
-}
-
-void ZelkamMobileContentsPlugin::presentPicker(const std::shared_ptr<UIViewController> &picker)
-{
-    if (UIViewController *presenter = presenterOfPicker(picker))
-        presenter->present(picker, true);
+    m_picker.reset();
+    m_pickerComes.reset();
 }
 
 UIViewController *
 ZelkamMobileContentsPlugin::presenterOfPicker(const std::shared_ptr<UIViewController> &picker)
 {
+    m_picker = picker;
     addScreen(picker);
     UIViewController *presenter = viewController();
-    const auto last = m_lastPicker.lock();
-    if (!presenter || (last && last->presentingViewController()))
-        return presenter;
-    while (const auto above = presenter->presentedViewController())
+    while (const auto above = presenter ? presenter->presentedViewController() : nullptr)
         presenter = above.get();
-    m_lastPicker = picker;
     return presenter;
+}
+
+void ZelkamMobileContentsPlugin::presentPicker(const std::shared_ptr<UIViewController> &picker,
+                                               const std::shared_ptr<void> &comes)
+{
+    if (UIViewController *presenter = presenterOfPicker(picker))
+        presenter->present(picker, true, [comes] {});
 }
 
 } // namespace zelkam

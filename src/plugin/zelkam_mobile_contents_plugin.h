@@ -7,19 +7,20 @@
 #include "plugin/file_picker_return_type.h"
 
 #include <QStringList>
-#include <mutex>
+#include <memory>
 
 namespace zelkam {
 
 class PHAsset;
+class PluginReference;
 class ZelkamMobileSingleImagePicker;
 
 /// The content plug-in: the one object that a host makes, with a method for each script command.
 ///
-/// Make it with makePlugin<ZelkamMobileContentsPlugin>(), set its view controller and web view,
-/// and call a command by its name through the meta-object:
+/// Make it in any way, set its view controller and web view, and call a command by its name through
+/// the meta-object:
 ///
-///     QMetaObject::invokeMethod(plugin.get(), "fileDownload",
+///     QMetaObject::invokeMethod(&plugin, "fileDownload",
 ///                               Q_ARG(zelkam::CallBackManagerPtr, call));
 ///
 /// There is one slot for the current call: a command puts its call there before it does anything
@@ -96,24 +97,37 @@ public:
                         const QList<URL> &didPickDocumentsAt) override;
     void documentPickerWasCancelled(UIDocumentPickerViewController *controller) override;
 
-    CallBackManagerPtr currentCallBack() const override; ///< from any thread
-    void setCurrentCallBack(CallBackManagerPtr callBack);
+    /// How the last filePicker call, or one before it that said so, returns its files.
+    FilePickerReturnType filePickerReturnType() const { return m_filePickerReturnType; }
 
 private:
+    /// This object as a delegate, which pickers hold weakly. One that a std::shared_ptr owns is
+    /// kept alive for the length of an answer.
+    template<typename Delegate>
+    std::weak_ptr<Delegate> asDelegate();
+
     QString getNomalizedURL(const QString &url) const;
     URL URLTransformer(const URL &origin) const;
 
-    /// Shows a picker on the page; without a page nothing is shown and nothing is replied. It lies
-    /// above a preview that is still open, which would keep it from coming and the page without
-    /// a reply. Above another picker it does not come: that one replies to the later call.
-    void presentPicker(const std::shared_ptr<UIViewController> &picker);
-    /// The screen to present a picker from, for one that presents itself; nullptr without a page.
+    /// Gives what is to live until the picker of a new call is on the screen, or cannot be. Null
+    /// when there is one already, or on its way, that has not answered and is not leaving: it
+    /// answers the new call, and no other is to come.
+    std::shared_ptr<void> expectPicker();
+    /// To be called first of all when a picker has its answer.
+    void pickerAnswers();
+    /// Where a picker comes from: the top-most screen above the page, as a preview may still be
+    /// open there. When that one is leaving, the picker comes as soon as it has left. Null without
+    /// a page.
     UIViewController *presenterOfPicker(const std::shared_ptr<UIViewController> &picker);
+    /// Shows a picker; without a page nothing is shown and nothing is replied.
+    void presentPicker(const std::shared_ptr<UIViewController> &picker,
+                       const std::shared_ptr<void> &comes);
 
     QList<UTType> getAllowUTType() const;
     QStringList getAllowDocumentTypes() const;
     std::shared_ptr<UIDocumentPickerViewController> makeDocumentPicker() const;
-    void presentDocumentPicker(const CallBackManagerPtr &callBack, bool multiselect);
+    void presentDocumentPicker(const CallBackManagerPtr &callBack, bool multiselect,
+                               const std::shared_ptr<void> &comes);
 
     std::optional<URL> copyPickedFile(const URL &url) const;
     std::optional<QString> localFilePath(const URL &url) const;
@@ -124,21 +138,30 @@ private:
     struct SeveralImages;
     void showSingleImgPicker(const QVariantMap &args);
     void showMultiImgPicker(const QVariantMap &args);
-    void dismissSingleImgPicker(UIImagePickerController &answered);
+    void dismissSingleImgPicker();
     void convertImages(const QList<PHAsset> &assets, const std::shared_ptr<SeveralImages> &images);
-    bool takeImage(SeveralImages &images, const std::optional<QByteArray> &text);
+    static bool takeImage(const PluginReference &self, SeveralImages &images,
+                          const std::optional<QByteArray> &text);
     /// From any thread.
     static std::optional<QByteArray> getImgStr(const std::optional<QByteArray> &data,
                                                const std::optional<QString> &uti,
                                                const std::optional<QVariantMap> &options);
 
-    mutable std::mutex m_mutex; ///< guards the current call, which downloads read from their queues
-    CallBackManagerPtr m_currentCallBack;
-    std::weak_ptr<UIViewController> m_lastPicker;
+    const std::shared_ptr<void> m_life = std::make_shared<char>(); ///< owned by this object alone
+    std::weak_ptr<UIViewController> m_picker;                      ///< until it answers
+    std::weak_ptr<void> m_pickerComes; ///< lives until it is on the screen, or is refused
     std::shared_ptr<ZelkamMobileSingleImagePicker> m_imagePicker;
     qint64 m_fileMaxSelect = 1; ///< kept for whoever asks; it limits nothing
     QStringList m_allowExtensionArr;
     FilePickerReturnType m_filePickerReturnType = FilePickerReturnType::url;
 };
+
+template<typename Delegate>
+std::weak_ptr<Delegate> ZelkamMobileContentsPlugin::asDelegate()
+{
+    if (const auto shared = weak_from_this().lock())
+        return std::static_pointer_cast<ZelkamMobileContentsPlugin>(shared);
+    return std::shared_ptr<Delegate>(m_life, this);
+}
 
 } // namespace zelkam

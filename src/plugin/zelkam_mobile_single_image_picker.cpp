@@ -14,6 +14,11 @@ ZelkamMobileSingleImagePicker::ZelkamMobileSingleImagePicker(std::optional<QStri
 {
 }
 
+ZelkamMobileSingleImagePicker::ZelkamMobileSingleImagePicker(const NSCoder &coder)
+    : UIViewController(coder), imagePicker(std::make_shared<UIImagePickerController>())
+{
+}
+
 ZelkamMobileSingleImagePicker::~ZelkamMobileSingleImagePicker()
 {
     // Takes the picker's view out of this one's as well.
@@ -43,6 +48,11 @@ void ZelkamMobileSingleImagePicker::viewDidLayoutSubviews()
     UIViewController::viewDidLayoutSubviews();
     if (imagePicker->parentViewController() == this)
         imagePicker->view()->setGeometry(view()->rect());
+}
+
+void ZelkamMobileSingleImagePicker::didReceiveMemoryWarning()
+{
+    UIViewController::didReceiveMemoryWarning(); // the picker looks after its own
 }
 
 bool ZelkamMobileSingleImagePicker::cancelOperation()

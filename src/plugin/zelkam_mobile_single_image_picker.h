@@ -21,6 +21,7 @@ public:
     /// The nib name and the bundle are taken for callers' sake; all views are built in code.
     explicit ZelkamMobileSingleImagePicker(std::optional<QString> nibName = std::nullopt,
                                            const Bundle *bundle = nullptr);
+    explicit ZelkamMobileSingleImagePicker(const NSCoder &coder);
     /// Writes "dealloc " and what the screen is to standard output.
     ~ZelkamMobileSingleImagePicker() override;
 
@@ -33,6 +34,7 @@ public:
     /// Embeds the picker, on every appearance.
     void viewDidAppear(bool animated) override;
     void viewDidLayoutSubviews() override;
+    void didReceiveMemoryWarning() override;
     bool cancelOperation() override;
     bool acceptOperation() override;
 };

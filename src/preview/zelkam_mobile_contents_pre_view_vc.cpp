@@ -1,6 +1,5 @@
 #include "preview/zelkam_mobile_contents_pre_view_vc.h"
 
-#include "host/zelkam_mobile_plugin.h"
 #include "platform/foundation/console.h"
 #include "platform/foundation/system_version.h"
 #include "platform/ui/layout_guide.h"
@@ -58,6 +57,11 @@ private:
 ZelkamMobileContentsPreViewVC::ZelkamMobileContentsPreViewVC(std::optional<QString> nibName,
                                                              const Bundle *bundle)
     : UIViewController(std::move(nibName), bundle)
+{
+}
+
+ZelkamMobileContentsPreViewVC::ZelkamMobileContentsPreViewVC(const NSCoder &coder)
+    : UIViewController(coder)
 {
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/plugin_reference.h"
 #include "platform/foundation/url.h"
 #include "platform/ui/ui_view_controller.h"
 
@@ -8,7 +9,6 @@
 
 namespace zelkam {
 
-class ZelkamMobilePlugin;
 struct UINavigationItem;
 
 /// The screen that previews one local file, under a bar with the file's name, Done, and Share
@@ -28,11 +28,11 @@ public:
     /// The nib name and the bundle are taken for callers' sake; all views are built in code.
     explicit ZelkamMobileContentsPreViewVC(std::optional<QString> nibName = std::nullopt,
                                            const Bundle *bundle = nullptr);
+    explicit ZelkamMobileContentsPreViewVC(const NSCoder &coder);
     ~ZelkamMobileContentsPreViewVC() override;
 
-    /// The plug-in on whose behalf the file is shown. Kept alive as long as the screen; the
-    /// screen itself does not use it.
-    std::shared_ptr<ZelkamMobilePlugin> pluginObj;
+    /// The plug-in on whose behalf the file is shown. The screen itself does not use it.
+    PluginReference pluginObj;
     /// The file to show; the last component of its path is the title. Without one the screen
     /// stays empty, and has no Done button either.
     std::optional<URL> filePath;

@@ -23,8 +23,6 @@ class Plugin : public ZelkamMobilePlugin
     Q_OBJECT
 
 public:
-    CallBackManagerPtr currentCallBack() const override { return held; }
-
     Q_INVOKABLE void echo(zelkam::CallBackManagerPtr call)
     {
         call->success(call->argumentDic().value_or(QVariantMap()), false);
@@ -189,7 +187,8 @@ private slots:
         QTest::addColumn<QString>("command");
         for (const QString &name :
              {u"noCommand"_s, u"hidden"_s, u"deleteLater"_s, u"setViewController"_s,
-              u"currentCallBack"_s, u"Echo"_s, u"echo(zelkam::CallBackManagerPtr)"_s, u""_s})
+              u"setCurrentCallBack"_s, u"currentCallBack"_s, u"Echo"_s,
+              u"echo(zelkam::CallBackManagerPtr)"_s, u""_s})
             QTest::newRow(qPrintable(name)) << name;
     }
 
@@ -223,7 +222,7 @@ private slots:
         m_bridge->call(next, 1, u"hold"_s, u"[{}]"_s, {});
         QVERIFY(m_plugin != left && !m_plugin->isInvalidated());
         // The plug-in of the last document replies to the last document's call only.
-        left->currentCallBack()->success(false);
+        left->held->success(false);
         left->held.reset();
         QVERIFY(!m_bridge->takeReplies(m_token, allowed));
         m_bridge->call(m_token, 2, u"echo"_s, u"[{}]"_s, {});

@@ -1,3 +1,4 @@
+#include "download/zelkam_mobile_file_download_util.h"
 #include "host/zelkam_mobile_data.h"
 #include "platform/foundation/bundle.h"
 #include "platform/foundation/file_manager.h"
@@ -202,6 +203,16 @@ private slots:
         replies({{u"url"_s, address.replace(u"{server}"_s, server.url(QString()))}});
         QCOMPARE(server.requests().size(), before + 1);
         QTEST(server.requests().last().target, "target");
+    }
+
+    void beginsWithTheDefaults()
+    {
+        const ZelkamMobileFileDownloadUtil engine;
+        QVERIFY(engine.fileOpen() && engine.showProgress() && !engine.pluginObj.get());
+        QVERIFY(!engine.showNotify() && !engine.shareFile() && !engine.saveAlbum());
+        QVERIFY(!engine.fileName() && engine.httpHeaders().isEmpty());
+        QVERIFY(engine.requestData().isEmpty());
+        QCOMPARE(engine.requestType() + engine.dataType(), u"getapplication/json"_s);
     }
 
     void makesRequests_data()
@@ -499,6 +510,9 @@ private slots:
         QVERIFY(preview);
         QCOMPARE(preview->filePath->path(), downloadFolder() + u"a.txt"_s);
         QVERIFY(preview->shareOpt);
+        const auto others =
+            QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther;
+        QVERIFY(!(QFile::permissions(downloadFolder() + u"a.txt"_s) & others));
         QCOMPARE(preview->modalPresentationStyle, UIModalPresentationStyle::overFullScreen);
         QVERIFY(indicator() == false);
     }

@@ -1,3 +1,4 @@
+#include "platform/foundation/coder.h"
 #include "platform/images/heif_writer.h"
 #include "platform/images/picture_comparison.h"
 #include "platform/photos/ph_photo_library.h"
@@ -675,7 +676,11 @@ private slots:
 
     void theEndOfTheScreenIsWritten()
     {
-        auto screen = std::make_shared<ZelkamMobileSingleImagePicker>();
+        auto screen = std::make_shared<ZelkamMobileSingleImagePicker>(
+            NSCoder({{u"UITitle"_s, u"Title"_s}, {u"UINibName"_s, u"Nib"_s}}));
+        QCOMPARE(screen->title() + screen->nibName().value_or(u""_s), u"TitleNib"_s);
+        QCOMPARE(screen->sourceType, UIImagePickerControllerSourceType::photoLibrary);
+        screen->didReceiveMemoryWarning();
         const auto picker = screen->imagePicker;
         screen->addChild(picker);
         QTemporaryFile output;
@@ -690,71 +695,6 @@ private slots:
         const QByteArray lines = output.readAll();
         QVERIFY2(lines.startsWith("dealloc ") && lines.count('\n') == 1, lines.constData());
         QVERIFY(!picker->parentViewController());
-    }
-
-    void aSecondCallTakesTheRepliesOver_data()
-    {
-        QTest::addColumn<QVariantMap>("firstOptions");
-        QTest::addColumn<QVariantMap>("secondOptions");
-        QTest::addColumn<bool>("atOnce"); // the second comes while the first screen comes up
-        QTest::addColumn<bool>("isPicked");
-        const QVariantMap one;
-        for (const bool picked : {false, true}) {
-            const QByteArray end = picked ? ": a pick" : ": a cancel";
-            const auto row = [&](const char *name, const QVariantMap &a, const QVariantMap &b,
-                                 bool atOnce) {
-                QTest::newRow(QByteArray(name + end).constData()) << a << b << atOnce << picked;
-            };
-            row("one and one, which cannot be shown", one, one, false);
-            row("one and one above it", one, one, true);
-            row("one and several, which cannot be shown", one, several(), false);
-            row("one and several above it", one, several(), true);
-            row("several and one, which cannot be shown", several(), one, false);
-            row("several and one above it", several(), one, true);
-            row("several and several above it", several(), several(), true);
-        }
-    }
-    void aSecondCallTakesTheRepliesOver()
-    {
-        QFETCH(QVariantMap, firstOptions);
-        QFETCH(QVariantMap, secondOptions);
-        QFETCH(bool, atOnce);
-        QFETCH(bool, isPicked);
-        setMotionReduced(!atOnce);
-        const QString path = picture(u"a.jpg"_s, sample::image({60, 40}, "jpeg"));
-        const auto first = call(firstOptions);
-        if (!atOnce) {
-            QVERIFY(shown<UIViewController>());
-            QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"already presents"_s));
-        }
-        const auto second = call(secondOptions);
-        QTest::qWait(20);
-        QTRY_VERIFY(!window->isInTransition());
-        const auto lowest = page->presentedViewController();
-        QCOMPARE(lowest && lowest->presentedViewController(), atOnce);
-        // The lowest one answers, whatever lies above it.
-        if (auto *one = qobject_cast<ZelkamMobileSingleImagePicker *>(lowest.get())) {
-            if (isPicked)
-                one->imagePicker->pick(path);
-            else
-                one->imagePicker->cancel();
-        } else if (auto *grid = qobject_cast<ImageGridPickerController *>(lowest.get())) {
-            QSignalSpy selected(grid, &ImageGridPickerController::selectionShown);
-            grid->showSelection({path});
-            QTRY_COMPARE(selected.size(), 1);
-            if (isPicked)
-                grid->accept();
-            else
-                grid->cancel();
-        }
-        QTRY_COMPARE(second->replies().size(), 1);
-        QCOMPARE(second->replies().first() == data, isPicked);
-        QCOMPARE(first->replies(), QStringList());
-        QVERIFY(allGone());
-        // And the next one works as if nothing had been.
-        setMotionReduced(true);
-        QCOMPARE(pickSingle(path)->replies(), {data});
-        QVERIFY(allGone());
     }
 
     void cleanup()

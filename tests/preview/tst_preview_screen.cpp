@@ -1,3 +1,4 @@
+#include "platform/foundation/coder.h"
 #include "platform/ui/ql_preview_controller.h"
 #include "platform/ui/ui_activity_view_controller.h"
 #include "platform/ui/ui_device.h"
@@ -27,7 +28,8 @@ private:
 
     void present(const std::optional<URL> &file, bool share)
     {
-        screen = std::make_shared<ZelkamMobileContentsPreViewVC>();
+        screen = std::make_shared<ZelkamMobileContentsPreViewVC>(NSCoder());
+        QVERIFY(!screen->filePath && !screen->shareOpt && !screen->pluginObj.get());
         screen->modalPresentationStyle = UIModalPresentationStyle::overFullScreen;
         screen->filePath = file;
         screen->shareOpt = share;

@@ -3,7 +3,9 @@
 #include "host/call_back_manager.h"
 
 #include <QStringList>
+#include <functional>
 #include <mutex>
+#include <utility>
 
 /// A script call whose replies are written down as text, in order: "success",
 /// "success {...}", "error STATUS" or "error STATUS: message". From any thread.
@@ -41,6 +43,9 @@ public:
         record(QStringLiteral("error ") + status + QStringLiteral(": ") + error, keepCallback);
     }
 
+    /// What the page does in its handler of the first reply.
+    std::function<void()> onReply;
+
     QStringList replies() const
     {
         const std::lock_guard lock(m_mutex);
@@ -55,8 +60,12 @@ public:
 private:
     void record(const QString &reply, bool keepCallback)
     {
-        const std::lock_guard lock(m_mutex);
-        m_replies.append(keepCallback ? reply + QStringLiteral(" (kept)") : reply);
+        {
+            const std::lock_guard lock(m_mutex);
+            m_replies.append(keepCallback ? reply + QStringLiteral(" (kept)") : reply);
+        }
+        if (const auto then = std::exchange(onReply, {}))
+            then();
     }
 
     std::optional<QVariantMap> m_arguments;

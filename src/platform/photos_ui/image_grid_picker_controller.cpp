@@ -46,7 +46,7 @@ void ImageGridPickerController::presentFrom(UIViewController &presenter, bool an
 {
     m_handlers = std::move(handlers);
     modalPresentationStyle = UIModalPresentationStyle::fullScreen;
-    presenter.present(shared_from_this(), animated, m_handlers.completion);
+    presenter.present(shared_from_this(), animated, std::exchange(m_handlers.completion, {}));
 }
 
 QWidget *ImageGridPickerController::loadView()

@@ -1,5 +1,6 @@
 #include "platform/ui/ui_view_controller.h"
 
+#include "platform/foundation/coder.h"
 #include "platform/ui/layout_guide.h"
 #include "platform/ui/presentation_coordinator.h"
 #include "platform/ui/release_later.h"
@@ -13,6 +14,14 @@ namespace zelkam {
 UIViewController::UIViewController(std::optional<QString> nibName, const Bundle *)
     : m_nibName(std::move(nibName))
 {
+}
+
+UIViewController::UIViewController(const NSCoder &coder)
+    : m_title(coder.decodeObject(QStringLiteral("UITitle")).toString())
+{
+    const QVariant nibName = coder.decodeObject(QStringLiteral("UINibName"));
+    if (nibName.typeId() == QMetaType::QString)
+        m_nibName = nibName.toString();
 }
 
 UIViewController::~UIViewController()
@@ -197,6 +206,7 @@ void UIViewController::viewDidAppear(bool) {}
 void UIViewController::viewWillDisappear(bool) {}
 void UIViewController::viewDidDisappear(bool) {}
 void UIViewController::viewDidLayoutSubviews() {}
+void UIViewController::didReceiveMemoryWarning() {}
 
 bool UIViewController::cancelOperation()
 {

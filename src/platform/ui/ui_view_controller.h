@@ -13,6 +13,7 @@
 namespace zelkam {
 
 class Bundle;
+class NSCoder;
 class UIWindow;
 
 /// How a presented screen lies over the one that presents it. The values are the platform's.
@@ -55,6 +56,8 @@ public:
     /// The nib name and the bundle are kept for whoever asks; every view is built in code.
     explicit UIViewController(std::optional<QString> nibName = std::nullopt,
                               const Bundle *bundle = nullptr);
+    /// From an archive, which may hold "UITitle" and "UINibName" (text).
+    explicit UIViewController(const NSCoder &coder);
     ~UIViewController() override;
 
     const std::optional<QString> &nibName() const { return m_nibName; }
@@ -139,6 +142,8 @@ public:
     virtual void viewDidDisappear(bool animated);
     /// After the view got another size or other safe-area insets.
     virtual void viewDidLayoutSubviews();
+    /// For a host that learns that memory is short, to call. As it stands, nothing is freed.
+    virtual void didReceiveMemoryWarning();
 
     /// Esc (or the device's Back key) reached this top-most screen. Returns whether it was used.
     /// As it stands, a presented screen is dismissed.
