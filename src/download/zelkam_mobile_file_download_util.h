@@ -68,7 +68,10 @@ public:
 
     // The options, as the last startDownload() has read them; before it, the defaults.
     bool fileOpen() const { return m_fileOpen; }
-    bool showProgress() const { return m_showProgress; } ///< kept; the network activity always shows
+    bool showProgress() const
+    {
+        return m_showProgress;
+    } ///< kept; the network activity always shows
     bool showNotify() const { return m_showNotify; }
     bool shareFile() const { return m_shareFile; }
     bool saveAlbum() const { return m_saveAlbum; }
