@@ -8,6 +8,7 @@
 #include <QPushButton>
 #include <QRandomGenerator>
 #include <QTemporaryDir>
+#include <QWebEngineScriptCollection>
 #include <QtTest>
 #include <atomic>
 
@@ -109,6 +110,15 @@ private slots:
         QTRY_COMPARE_WITH_TIMEOUT(loaded.size() + failed.size(), 1, 20000);
         QCOMPARE(tryAgain()->isVisible(), !isShown);
         QCOMPARE(loaded.size(), isShown ? 1 : 0);
+    }
+
+    void theScriptIsForTheMainFrameOnly()
+    {
+        // Frames have no channel either, so this could not be seen in them.
+        start(own.url(u"/page"_s));
+        const auto scripts = m_host->page().scripts().toList();
+        QCOMPARE(scripts.size(), 1);
+        QVERIFY(!scripts.first().runsOnSubFrames());
     }
 
     void tryingAgainAsksAsWhoeverAskedFirst_data()
