@@ -255,7 +255,7 @@ private slots:
         const auto slow = [](const QByteArray &answer) {
             return [answer](const auto &, auto &connection) {
                 connection.pause(
-                    std::chrono::milliseconds(QRandomGenerator::global()->bounded(40)));
+                    std::chrono::milliseconds(QRandomGenerator::global()->bounded(250)));
                 connection.send(answer);
             };
         };
