@@ -154,7 +154,6 @@ private slots:
         useBigBubble(Qt::blue);
         useRedShadow(30);
         QWidget *toast = host.toast(QString());
-        host.picture(4); // as on another screen, before it is moved to this one
         for (double alpha : {1.0, 0.5}) {
             ToastEffect::of(toast)->setAlpha(alpha);
             const QImage image = host.picture(ratio);
@@ -184,7 +183,7 @@ private slots:
         const QColor pixel = at(image, 255, 200);
         QVERIFY(pixel.red() == 255 && pixel.green() < 80 && pixel.blue() < 80);
         QCOMPARE(at(image, 155, 200), QColor(Qt::blue));
-        QVERIFY(at(image, 193, 189).green() > 50);
+        QVERIFY(at(image, 193, 189).green() > 50 && at(image, 193, 189).red() < 20);
 
         // What cannot be seen throws no shadow.
         WhiteHost clear;

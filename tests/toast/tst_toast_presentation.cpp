@@ -272,8 +272,11 @@ private slots:
         Host host({400, 800});
         auto made = std::make_unique<QWidget>();
         made->setFixedSize(101, 50);
+        made->setParent(&host);
+        new QWidget(&host);
         const QPointer toast = made.get();
         showToast(&host, std::move(made), 100ms, ToastPosition::bottom);
+        QCOMPARE(host.children().last(), toast);
         // Its centre belongs at (200, 765); a widget lies on whole points.
         QCOMPARE(toast->geometry(), QRect(150, 740, 101, 50));
         host.show();
