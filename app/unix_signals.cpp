@@ -10,6 +10,8 @@ namespace zelkam {
 
 namespace {
 
+constexpr std::array ending{SIGINT, SIGTERM, SIGHUP};
+
 int writeEnd = -1;
 
 /// Only what a signal handler may do: the rest waits for the event loop.
@@ -18,6 +20,14 @@ extern "C" void passOn(int number)
     const char byte = 0;
     [[maybe_unused]] const ssize_t written = ::write(writeEnd, &byte, 1);
     std::signal(number, SIG_DFL);
+}
+
+void handle(void (*handler)(int))
+{
+    for (const int number : ending) {
+        if (std::signal(number, handler) == SIG_IGN)
+            std::signal(number, SIG_IGN); // a program that nohup started outlives its terminal
+    }
 }
 
 } // namespace
@@ -34,14 +44,12 @@ UnixSignals::UnixSignals()
         notifier->setEnabled(false);
         emit quitRequested();
     });
-    for (const int number : {SIGINT, SIGTERM})
-        std::signal(number, passOn);
+    handle(passOn);
 }
 
 UnixSignals::~UnixSignals()
 {
-    for (const int number : {SIGINT, SIGTERM})
-        std::signal(number, SIG_DFL);
+    handle(SIG_DFL);
     if (m_readEnd >= 0) {
         ::close(m_readEnd);
         ::close(writeEnd);

@@ -4,8 +4,9 @@
 
 namespace zelkam {
 
-/// Turns SIGINT and SIGTERM into a signal of the main thread, so that the program ends as it does
-/// when its window is closed. A second one of either kind ends it at once. One object a program.
+/// Turns SIGINT, SIGTERM and SIGHUP into a signal of the main thread, so that the program ends as
+/// it does when its window is closed. One that is ignored from the start stays so. A second one of
+/// that kind ends it at once. One object a program.
 class UnixSignals : public QObject
 {
     Q_OBJECT
