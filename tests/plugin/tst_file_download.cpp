@@ -334,7 +334,8 @@ private slots:
         QTEST(downloads(), "files");
         QTEST(indicator(), "indicatorStays");
         // Nothing else lies in the container, and nothing was lost: the next download works.
-        QTRY_COMPARE(QDir(NSTemporaryDirectory()).entryList(QDir::Files), QStringList());
+        QTRY_COMPARE(QDir(NSTemporaryDirectory()).entryList(QDir::Files | QDir::Hidden),
+                     QStringList());
         QCOMPARE(replies(get(u"/a.txt"_s)), QStringList{u"success"_s});
         QCOMPARE(content(u"a.txt"_s), "hello");
     }
@@ -464,7 +465,7 @@ private slots:
         QVERIFY(got.contains(u"success"_s));
         QCOMPARE(downloads(), QStringList{u"a.txt"_s});
         QCOMPARE(content(u"a.txt"_s), "hello");
-        QCOMPARE(QDir(NSTemporaryDirectory()).entryList(QDir::Files), QStringList());
+        QCOMPARE(QDir(NSTemporaryDirectory()).entryList(QDir::Files | QDir::Hidden), QStringList());
     }
 
     void redirectsReachThePagesOwnServer()

@@ -4,47 +4,16 @@
 
 #include "platform/foundation/file_copy.h"
 #include "platform/foundation/file_manager.h"
-#include "platform/foundation/file_renaming.h"
+#include "platform/foundation/part_file.h"
 #include "platform/foundation/sandbox_path.h"
 
-#include <QRandomGenerator>
 #include <cerrno>
-#include <cstdio>
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 namespace zelkam {
 
 namespace {
-
-bool isFolder(int folder, const QByteArray &name)
-{
-    struct stat info = {};
-    return ::fstatat(folder, name.constData(), &info, AT_SYMLINK_NOFOLLOW) == 0 &&
-           S_ISDIR(info.st_mode);
-}
-
-/// Puts a new file under its name. An older file or link there is replaced and not followed; a
-/// folder there makes this fail.
-///
-/// The two change places before the older one goes: ext4 begins to write a file to the disk when it
-/// is renamed over another, which takes longer than copying it. There is always one whole file.
-std::error_code putInPlace(int folder, const QByteArray &from, const QByteArray &name)
-{
-    const auto rename = [&](unsigned flags) {
-        return ::renameat2(folder, from.constData(), folder, name.constData(), flags) == 0;
-    };
-    if (rename(RENAME_NOREPLACE))
-        return {};
-    if (errno == EEXIST && !isFolder(folder, name) && rename(RENAME_EXCHANGE)) {
-        if (::unlinkat(folder, from.constData(), 0) == 0)
-            return {};
-        rename(RENAME_EXCHANGE); // a folder has come in between
-    }
-    // Some file systems know neither way.
-    return rename(0) ? std::error_code() : lastError();
-}
 
 /// Why no new file can have a name; empty when it can.
 std::error_code obstacle(int folder, const QByteArray &name, OlderFile older)
@@ -61,47 +30,39 @@ std::error_code obstacle(int folder, const QByteArray &name, OlderFile older)
 } // namespace
 
 std::error_code createFileIn(int folder, const QByteArray &name, mode_t permissions,
-                             OlderFile older, const std::function<std::error_code(int fd)> &write)
+                             OlderFile older, const std::function<std::error_code(int fd)> &write,
+                             bool flushes)
 {
     // Looked at first, so that nothing large is written for nothing.
-    std::error_code error = obstacle(folder, name, older);
+    if (const auto error = obstacle(folder, name, older))
+        return error;
+    PartFile file;
+    auto error = file.open(folder, permissions);
+    if (!error)
+        error = write(file.descriptor());
+    if (!error)
+        error = file.finish(flushes);
     if (error)
         return error;
-    const QByteArray beside =
-        ".zelkam-" + QByteArray::number(QRandomGenerator::system()->generate64(), 16) + ".part";
-    FileDescriptor file(::openat(folder, beside.constData(),
-                                 O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC,
-                                 permissions));
-    if (!file.isOpen())
-        return lastError();
-    error = write(file.get());
-    // Some file systems tell only here that a write has failed.
-    if (::close(file.release()) != 0 && !error)
-        error = lastError();
-    if (!error) {
-        error = older == OlderFile::isReplaced
-                    ? putInPlace(folder, beside, name)
-                    : renameWithoutReplacing(folder, beside.constData(), folder, name.constData());
-    }
-    if (error)
-        ::unlinkat(folder, beside.constData(), 0);
-    return error;
+    return older == OlderFile::isReplaced ? file.takePlace(folder, name)
+                                          : file.giveName(folder, name);
 }
 
 std::error_code FileManager::createFile(const QString &atPath, const QByteArray &contents)
 {
     return createFile(atPath, Writer([&contents](int fd) {
                           return writeAll(fd, contents.constData(), contents.size());
-                      }));
+                      }),
+                      true);
 }
 
 std::error_code FileManager::createFile(const QString &atPath, const RegularFile &contentsOf)
 {
-    return createFile(atPath,
-                      Writer([&contentsOf](int fd) { return copyContents(contentsOf, fd); }));
+    return createFile(
+        atPath, Writer([&contentsOf](int fd) { return copyContents(contentsOf, fd); }), false);
 }
 
-std::error_code FileManager::createFile(const QString &atPath, const Writer &write)
+std::error_code FileManager::createFile(const QString &atPath, const Writer &write, bool flushes)
 {
     if (isOwnFolder(atPath))
         return std::make_error_code(std::errc::operation_not_permitted);
@@ -111,9 +72,11 @@ std::error_code FileManager::createFile(const QString &atPath, const Writer &wri
         return error;
     if (atPath.endsWith(u'/'))
         return std::make_error_code(std::errc::is_a_directory);
+    if (isPartName(item->name))
+        return std::make_error_code(std::errc::operation_not_permitted);
 
     return createFileIn(item->folder.get(), item->name, S_IRUSR | S_IWUSR, OlderFile::isReplaced,
-                        write);
+                        write, flushes);
 }
 
 } // namespace zelkam

@@ -17,7 +17,10 @@ enum class OlderFile { stays, isReplaced };
 /// @param older  where it stays, the outcome is std::errc::file_exists. A link counts as a file and
 ///     is not followed. A folder always stays; that is std::errc::is_a_directory.
 /// @param write  puts the contents into the open, empty file
+/// @param flushes  whether it is brought to the disk before it gets its name, see
+///     setFlushesFiles()
 std::error_code createFileIn(int folder, const QByteArray &name, mode_t permissions,
-                             OlderFile older, const std::function<std::error_code(int fd)> &write);
+                             OlderFile older, const std::function<std::error_code(int fd)> &write,
+                             bool flushes = true);
 
 } // namespace zelkam

@@ -1,6 +1,7 @@
 #include "platform/foundation/file_manager.h"
 
 #include "platform/foundation/file_renaming.h"
+#include "platform/foundation/part_file.h"
 #include "platform/foundation/sandbox_path.h"
 
 #include <QCoreApplication>
@@ -55,10 +56,12 @@ std::error_code prepareTemporaryDirectory(const QString &path, QString &result)
 QString defaultTemporaryDirectory()
 {
     const QString application = QCoreApplication::applicationName();
-    const QString name = QDir::tempPath() + u'/' +
+    // A system's temporary folder that is not there is not ours to make.
+    const QString folder =
+        QFileInfo(QDir::tempPath()).isDir() ? QDir::tempPath() : QStringLiteral(P_tmpdir);
+    const QString name = folder + u'/' +
                          (application.isEmpty() ? QStringLiteral("zelkam") : application) + u'-' +
                          QString::number(::geteuid());
-    QDir().mkpath(QDir::tempPath());
     QByteArray path = QFile::encodeName(name);
     struct stat info = {};
     ::mkdir(path.constData(), S_IRWXU);
@@ -121,8 +124,10 @@ QString NSTemporaryDirectory()
 {
     Container &current = container();
     const std::lock_guard lock(current.mutex);
-    if (current.path.isEmpty())
+    if (current.path.isEmpty()) {
         current.path = defaultTemporaryDirectory();
+        removeStaleParts(current.path);
+    }
     // Nothing can be made below a file: every operation fails when there is no folder.
     return current.path.isEmpty() ? QStringLiteral("/dev/null/") : current.path;
 }
@@ -132,6 +137,7 @@ std::error_code setTemporaryDirectory(const QString &path)
     QString prepared;
     if (const auto error = prepareTemporaryDirectory(path, prepared))
         return error;
+    removeStaleParts(prepared);
     Container &current = container();
     const std::lock_guard lock(current.mutex);
     current.path = prepared;

@@ -1,73 +1,49 @@
 #include "platform/network/temporary_file.h"
 
+#include "platform/foundation/file_copy.h"
 #include "platform/foundation/file_manager.h"
 
 #include <QFile>
-#include <QRandomGenerator>
 #include <cerrno>
-#include <fcntl.h>
-#include <unistd.h>
 
 namespace zelkam {
 
-namespace {
-
-QString unforeseenName()
-{
-    quint64 words[2];
-    QRandomGenerator::system()->fillRange(words);
-    return QStringLiteral("transfer-%1%2.tmp")
-        .arg(words[0], 16, 16, QLatin1Char('0'))
-        .arg(words[1], 16, 16, QLatin1Char('0'));
-}
-
-} // namespace
-
-TemporaryFile::~TemporaryFile()
-{
-    if (!m_path.isEmpty())
-        ::unlink(QFile::encodeName(m_path).constData());
-}
-
 bool TemporaryFile::open()
 {
-    const QString path = NSTemporaryDirectory() + unforeseenName();
-    const int fd = ::open(QFile::encodeName(path).constData(),
-                          O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600);
-    if (fd < 0)
-        return fail(URLError::Code::cannotCreateFile);
-    m_file = FileDescriptor(fd);
-    m_path = path;
-    return true;
+    m_folder = NSTemporaryDirectory();
+    const auto error = m_file.open(m_folder);
+    return !error || fail(URLError::Code::cannotCreateFile, error);
 }
 
 bool TemporaryFile::write(const char *data, std::size_t size)
 {
-    while (size > 0 && !m_error) {
-        const ssize_t written = ::write(m_file.get(), data, size);
-        if (written < 0 && errno == EINTR)
-            continue;
-        if (written < 0)
-            return fail(URLError::Code::cannotWriteToFile);
-        data += written;
-        size -= static_cast<std::size_t>(written);
-    }
-    return !m_error;
+    if (m_error)
+        return false;
+    const auto error = writeAll(m_file.descriptor(), data, static_cast<qint64>(size));
+    return !error || fail(URLError::Code::cannotWriteToFile, error);
 }
 
 bool TemporaryFile::close()
 {
-    if (m_file.isOpen() && ::close(m_file.release()) != 0 && errno != EINTR)
-        return fail(URLError::Code::cannotWriteToFile);
-    return !m_error;
+    if (m_error)
+        return false;
+    auto error = m_file.finish(true);
+    if (!error)
+        error = m_file.giveOwnName();
+    return !error || fail(URLError::Code::cannotWriteToFile, error);
 }
 
-bool TemporaryFile::fail(URLError::Code code)
+QString TemporaryFile::path() const
 {
-    if (errno == ENOSPC || errno == EDQUOT)
+    const QByteArray &name = m_file.ownName();
+    return name.isEmpty() ? QString() : m_folder + QFile::decodeName(name);
+}
+
+bool TemporaryFile::fail(URLError::Code code, std::error_code error)
+{
+    if (error == std::errc::no_space_on_device || error.value() == EDQUOT)
         code = URLError::Code::diskFull;
-    if (!m_error)
-        m_error = URLError(code, QString::fromStdString(lastError().message()));
+    m_error = URLError(code, QString::fromStdString(error.message()));
     return false;
 }
 

@@ -1,19 +1,16 @@
 #include "platform/photos/saved_photos_album.h"
 
 #include "platform/foundation/dispatch_queue.h"
-#include "platform/foundation/file_renaming.h"
+#include "platform/foundation/part_file.h"
 
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QImageWriter>
 #include <QStandardPaths>
-#include <QTemporaryFile>
-#include <cerrno>
 #include <condition_variable>
 #include <fcntl.h>
 #include <mutex>
-#include <unistd.h>
 
 namespace zelkam {
 
@@ -44,20 +41,18 @@ struct Written
 };
 
 /// Gives the finished file its name, the first free one.
-Written giveName(QTemporaryFile &file, const QDir &folder, const QString &stem,
+Written giveName(PartFile &file, const QString &directory, const QString &stem,
                  const QString &suffix)
 {
     constexpr int attempts = 10000;
-    const QByteArray from = QFile::encodeName(file.fileName());
+    const FileDescriptor folder(
+        ::open(QFile::encodeName(directory).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     for (int number = 1; number < attempts; ++number) {
-        const QString name = number == 1 ? stem : QStringLiteral("%1_%2").arg(stem).arg(number);
-        const QString path = folder.filePath(name + suffix);
-        const auto error = renameWithoutReplacing(AT_FDCWD, from.constData(), AT_FDCWD,
-                                                  QFile::encodeName(path).constData());
-        if (!error) {
-            file.setAutoRemove(false);
-            return {path, {}};
-        }
+        const QString name =
+            (number == 1 ? stem : QStringLiteral("%1_%2").arg(stem).arg(number)) + suffix;
+        const auto error = file.giveName(folder.get(), QFile::encodeName(name));
+        if (!error)
+            return {QDir(directory).filePath(name), {}};
         if (error != std::errc::file_exists)
             return {{}, QString::fromStdString(error.message())};
     }
@@ -68,9 +63,12 @@ Written writeImage(const UIImage &image, const QString &directory, const QDateTi
 {
     if (!QDir().mkpath(directory))
         return {{}, QStringLiteral("the folder cannot be made")};
-    const QDir folder(directory);
-    QTemporaryFile file(folder.filePath(QStringLiteral(".zelkam-XXXXXX.part")));
-    if (!file.open())
+    removeStaleParts(directory);
+    PartFile part;
+    if (const auto error = part.open(directory))
+        return {{}, QString::fromStdString(error.message())};
+    QFile file;
+    if (!file.open(part.descriptor(), QIODevice::WriteOnly))
         return {{}, file.errorString()};
 
     const bool transparent = image.hasTransparency();
@@ -82,10 +80,12 @@ Written writeImage(const UIImage &image, const QString &directory, const QDateTi
     if (!writer.write(transparent ? image.toQImage()
                                   : image.toQImage().convertToFormat(QImage::Format_RGB32)))
         return {{}, writer.errorString()};
-    if (!file.flush() || ::fsync(file.handle()) != 0)
-        return {{}, qt_error_string(errno)};
+    if (!file.flush())
+        return {{}, file.errorString()};
+    if (const auto error = part.finish(true))
+        return {{}, QString::fromStdString(error.message())};
     file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther);
-    return giveName(file, folder, time.toString(QStringLiteral("'IMG_'yyyyMMdd'_'HHmmss")),
+    return giveName(part, directory, time.toString(QStringLiteral("'IMG_'yyyyMMdd'_'HHmmss")),
                     transparent ? QStringLiteral(".png") : QStringLiteral(".jpg"));
 }
 

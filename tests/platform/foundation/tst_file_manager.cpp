@@ -6,9 +6,11 @@
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QtTest>
-#include <csignal>
+#include <fcntl.h>
+#include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 using namespace zelkam;
 using namespace Qt::StringLiterals;
@@ -146,15 +148,35 @@ private slots:
         rlimit limit = {};
         ::getrlimit(RLIMIT_FSIZE, &limit);
         const rlimit small{1000, limit.rlim_max};
-        const auto ignored = ::signal(SIGXFSZ, SIG_IGN);
         ::setrlimit(RLIMIT_FSIZE, &small);
         const bool failed = bool(files.createFile(target, QByteArray(5000, 'x')));
         ::setrlimit(RLIMIT_FSIZE, &limit);
-        ::signal(SIGXFSZ, ignored);
         QVERIFY(failed);
         QCOMPARE(read(target), "second");
         QCOMPARE(QDir(container).entryList({u".zelkam-*"_s}, QDir::Files | QDir::Hidden),
                  QStringList());
+    }
+
+    void removesOnlyWhatDeadProcessesLeft()
+    {
+        const auto part = [](char digit) {
+            return u".zelkam-"_s + QString(32, QLatin1Char(digit)) + u".part"_s;
+        };
+        write(container + part('a'), "of one that died");
+        write(container + part('b'), "of one that runs");
+        const int running =
+            ::open(QFile::encodeName(container + part('b')).constData(), O_RDONLY | O_CLOEXEC);
+        QCOMPARE(::flock(running, LOCK_EX), 0);
+        write(container + u".zelkam-notes.part"_s, "the person's");
+        QVERIFY(QFile::link(outside, container + part('c')));
+        QVERIFY(!setTemporaryDirectory(container));
+        ::close(running);
+        QVERIFY(!QFile::exists(container + part('a')));
+        QCOMPARE(read(container + part('b')), "of one that runs");
+        QCOMPARE(read(container + u".zelkam-notes.part"_s), "the person's");
+        QVERIFY(QFile::exists(container + part('c')));
+        // Nobody else's file gets such a name.
+        QVERIFY(files.createFile(container + part('d'), "x"));
     }
 
     void copiesAnOpenFile_data()
@@ -250,6 +272,21 @@ private slots:
         QTEST(chosen == QFileInfo(foreseen).canonicalFilePath() + u'/', "isUsed");
         QVERIFY2(chosen.startsWith(foreseen) && QFileInfo(chosen).isDir(), qPrintable(chosen));
         QVERIFY(!(QFile::permissions(chosen) & (QFile::WriteGroup | QFile::WriteOther)));
+    }
+
+    void makesNoTemporaryFolderForTheSystem()
+    {
+        const QString missing = root->filePath(u"missing/below"_s);
+        QProcess program;
+        auto environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"TMPDIR"_s, missing);
+        program.setProcessEnvironment(environment);
+        program.start(QCoreApplication::applicationFilePath(), {u"--print-container"_s});
+        QVERIFY(program.waitForFinished());
+        const QString chosen = QString::fromUtf8(program.readAllStandardOutput());
+        QVERIFY2(chosen.startsWith(u"/tmp/"), qPrintable(chosen));
+        QVERIFY(QDir().rmdir(chosen));
+        QVERIFY(!QFileInfo::exists(root->filePath(u"missing"_s)));
     }
 
     void keepsTheContainerWhenANewOneCannotBeMade()
