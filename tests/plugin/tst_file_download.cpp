@@ -488,10 +488,19 @@ private slots:
         options.insert(
             {{u"notify"_s, true},
              {u"open"_s, false},
-             {u"fileName"_s, u"\u202Eb\n\u2028\u200Dc\u00AD\U0001F468\u200D\U0001F469.x"_s}});
+             {u"fileName"_s, u"\u202Eb\n\u2028\u200Dc\u00AD\U0001F468\u200D\U0001F469\u200D.x"_s}});
         replies(options);
         QCOMPARE(toastTexts(),
                  QStringList{u"bc\U0001F468\u200D\U0001F469.x has been downloaded."_s});
+    }
+
+    void showsThePreviewOverTheScreenThatIsUp()
+    {
+        const auto up = std::make_shared<UIViewController>();
+        page->present(up, false);
+        const auto call = start(get(u"/a.txt"_s));
+        QTRY_COMPARE(call->replies(), QStringList{u"success"_s});
+        QVERIFY(dynamic_cast<ZelkamMobileContentsPreViewVC *>(up->presentedViewController().get()));
     }
 
     void showsTheToastAndThenThePreview()
