@@ -410,7 +410,7 @@
         </message>
         <message>
             <source>%1 of %2 selected</source>
-            <translation>%1 von %2 ausgewählt</translation>
+            <translation>%1 von %2</translation>
         </message>
         <message numerus="yes">
             <source>%Ln selected</source>
@@ -421,7 +421,7 @@
         </message>
         <message>
             <source>Select photos</source>
-            <translation>Fotos auswählen</translation>
+            <translation>Fotos wählen</translation>
         </message>
     </context>
     <context>

@@ -410,7 +410,7 @@
         </message>
         <message>
             <source>%1 of %2 selected</source>
-            <translation>%1 sur %2 sélectionnées</translation>
+            <translation>%1 sur %2</translation>
         </message>
         <message numerus="yes">
             <source>%Ln selected</source>
@@ -421,7 +421,7 @@
         </message>
         <message>
             <source>Select photos</source>
-            <translation>Sélectionner des photos</translation>
+            <translation>Photos</translation>
         </message>
     </context>
     <context>
