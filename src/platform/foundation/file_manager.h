@@ -22,10 +22,10 @@ QString NSTemporaryDirectory();
 std::error_code setTemporaryDirectory(const QString &path);
 
 /// Whether a file that is downloaded, or made from bytes, is brought to the disk before it gets its
-/// name, so that a power cut leaves all of it or nothing. It is, unless a host chooses otherwise: on
-/// an ext4 disk a file of 4 KiB takes some four milliseconds more, and a large one waits for the
-/// disk. Without it, what was made in the last half minute may be there and empty after a power cut.
-/// From any thread.
+/// name, so that a power cut leaves all of it or nothing. It is, unless a host chooses otherwise:
+/// on an ext4 disk a file of 4 KiB takes some four milliseconds more, and a large one waits for the
+/// disk. Without it, what was made in the last half minute may be there and empty after a power
+/// cut. From any thread.
 void setFlushesFiles(bool flushes);
 
 /// The file service. It takes absolute paths, as the platform's does, and acts only inside the
