@@ -111,8 +111,10 @@ void hideAllToasts(QWidget *host, bool includeActivity, bool clearQueue)
     if (clearQueue)
         clearToastQueue(host);
     const ToastArray snapshot = *ToastHost::of(host).activeToasts();
-    for (const QPointer<QWidget> &toast : snapshot)
-        hideToast(host, toast);
+    for (const QPointer<QWidget> &toast : snapshot) {
+        if (toast)
+            dismissToast(host, toast, false);
+    }
     if (includeActivity)
         hideToastActivity(host);
 }

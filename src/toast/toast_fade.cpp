@@ -3,8 +3,10 @@
 #include "toast/toast_effect.h"
 #include "toast/toast_manager.h"
 #include "toast/toast_motion.h"
+#include "toast/toast_turns.h"
 
 #include <QCoreApplication>
+#include <QPointer>
 #include <QPropertyAnimation>
 
 #include <cmath>
@@ -31,16 +33,30 @@ static QEasingCurve easing(FadeCurve curve)
     return easing;
 }
 
+static QPropertyAnimation *fadeOf(ToastEffect *effect)
+{
+    for (auto *fade : effect->findChildren<QPropertyAnimation *>(Qt::FindDirectChildrenOnly)) {
+        if (fade->state() != QAbstractAnimation::Stopped)
+            return fade;
+    }
+    return nullptr;
+}
+
+void endFade(QWidget *view)
+{
+    if (QPropertyAnimation *running = fadeOf(ToastEffect::of(view)))
+        running->setCurrentTime(running->duration());
+}
+
 void fadeToast(QWidget *view, double alpha, FadeCurve curve, std::function<void()> completion)
 {
     ToastEffect *effect = ToastEffect::of(view);
-    if (auto *running =
-            effect->findChild<QPropertyAnimation *>(QString(), Qt::FindDirectChildrenOnly))
+    if (QPropertyAnimation *running = fadeOf(effect))
         running->stop();
 
     auto *fade = new QPropertyAnimation(effect, "alpha", effect);
     const double seconds = ToastManager::shared().style.fadeDuration.count();
-    fade->setDuration(isMotionReduced(view) ? 0 : toMilliseconds(seconds));
+    fade->setDuration(isMotionReduced(view) || view->isHidden() ? 0 : toMilliseconds(seconds));
     fade->setEasingCurve(easing(curve));
     fade->setStartValue(effect->alpha());
     fade->setEndValue(alpha);
@@ -51,13 +67,10 @@ void fadeToast(QWidget *view, double alpha, FadeCurve curve, std::function<void(
                       completion = std::move(completion)](QAbstractAnimation::State state) {
                          if (state != QAbstractAnimation::Stopped)
                              return;
-                         QMetaObject::invokeMethod(
-                             qApp,
-                             [view, completion] {
-                                 if (view)
-                                     completion();
-                             },
-                             Qt::QueuedConnection);
+                         runInTurn([view, completion] {
+                             if (view)
+                                 completion();
+                         });
                      });
     fade->start(QAbstractAnimation::DeleteWhenStopped);
 }

@@ -1,5 +1,6 @@
 #include "toast/toast_host.h"
 
+#include "toast/toast_fade.h"
 #include "toast/toast_keys.h"
 
 #include <QResizeEvent>
@@ -80,32 +81,53 @@ void ToastHost::coverOldest()
     const auto active = activeToasts();
     const qsizetype first = std::max<qsizetype>(active->size() - mostDrawn, 0);
     const auto isCovered = [](const QWidget *view) { return view->property(coveredKey).toBool(); };
-    const auto setCovered = [](QWidget *view, bool covered) {
-        view->setProperty(coveredKey, covered);
-        view->setVisible(!covered);
-    };
-    for (qsizetype i = first; i < active->size(); ++i) {
+    QWidget *above = nullptr;
+    for (qsizetype i = active->size() - 1; i >= first; --i) {
         QWidget *view = active->at(i);
-        if (view && view->parentWidget() == m_host && isCovered(view))
-            setCovered(view, false);
+        if (view && isCovered(view))
+            uncover(view, above);
+        if (view && view->parentWidget() == m_host)
+            above = view;
     }
     // The covered ones are the oldest, so the first that is met ends the walk.
     for (qsizetype i = first - 1; i >= 0; --i) {
         QWidget *view = active->at(i);
         if (view && isCovered(view))
             break;
-        if (view && view->parentWidget() == m_host)
-            setCovered(view, true);
+        if (view && view->parentWidget() == m_host) {
+            takeOff(view);
+            view->setProperty(coveredKey, true);
+            endFade(view);
+        }
     }
+}
+
+void ToastHost::uncover(QWidget *view, QWidget *above)
+{
+    view->setProperty(coveredKey, false);
+    view->setParent(m_host);
+    for (const Placed &placed : std::as_const(m_placed)) {
+        if (placed.view == view)
+            moveToastCenter(view, placed.margins.center(toastFrame(view).size(), m_host->size()));
+    }
+    view->show();
+    if (above)
+        view->stackUnder(above);
+}
+
+void ToastHost::takeOff(QWidget *view)
+{
+    view->hide();
+    // Not a child of some widget for all that wait: the widgets of a window form a ring, and Qt
+    // walks round it each time one of them gets another parent.
+    view->setParent(nullptr);
 }
 
 void ToastHost::park(QWidget *view)
 {
     m_placed.removeIf([view](const Placed &placed) { return placed.view == view; });
-    view->hide();
-    // Not a child of some widget for all that wait: the widgets of a window form a ring, and Qt
-    // walks round it each time one of them gets another parent.
-    view->setParent(nullptr);
+    view->setProperty(coveredKey, false);
+    takeOff(view);
 }
 
 void ToastHost::drop(const ToastArray &toasts)

@@ -16,8 +16,9 @@ using ToastArray = QList<QPointer<QWidget>>;
 
 /// What a host widget knows of its toasts. Made with the first toast, a child of the host.
 ///
-/// Owns the toasts that are on no screen: those in the queue, and those that have been removed but
-/// are still listed as active. They die with the host; nobody is called back for them.
+/// Owns the toasts that are on no screen: those in the queue, those that newer ones cover, and
+/// those that have been removed but are still listed as active. They die with the host; nobody is
+/// called back for them.
 class ToastHost : public QObject
 {
     Q_OBJECT
@@ -53,6 +54,8 @@ protected:
 
 private:
     explicit ToastHost(QWidget *host);
+    void uncover(QWidget *view, QWidget *above);
+    static void takeOff(QWidget *view);
 
     struct Placed
     {

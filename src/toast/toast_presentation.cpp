@@ -7,6 +7,7 @@
 #include "toast/toast_keys.h"
 #include "toast/toast_manager.h"
 #include "toast/toast_tap_recognizer.h"
+#include "toast/toast_turns.h"
 
 #include <QCoreApplication>
 #include <QVariant>
@@ -52,8 +53,12 @@ void startTimer(QWidget *toast, ToastDuration duration)
     auto *timer = new ToastTimer(toast);
     timer->setSingleShot(true);
     timer->setTimerType(Qt::PreciseTimer);
-    QObject::connect(timer, &QTimer::timeout, timer,
-                     [timer] { ToastManager::shared().completion.toastTimerDidFinish(timer); });
+    QObject::connect(timer, &QTimer::timeout, timer, [timer] {
+        runInTurn([timer = QPointer(timer)] {
+            if (timer)
+                ToastManager::shared().completion.toastTimerDidFinish(timer);
+        });
+    });
     toast->setProperty(ToastKeys::timer, QVariant::fromValue(timer));
     timer->start(toMilliseconds(duration.count()));
 }
