@@ -20,9 +20,10 @@ struct Outcome
     std::optional<zelkam::URLError> error;
 
     int status() const { return response ? response->statusCode() : 0; }
-    zelkam::URLError::Code code() const
+    /// The name of the error's code; empty where there is none.
+    QString failure() const
     {
-        return error ? error->code() : zelkam::URLError::Code::unknown;
+        return error ? error->debugDescription().section(u' ', 0, 0).section(u'.', 1) : QString();
     }
 };
 

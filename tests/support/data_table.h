@@ -1,0 +1,54 @@
+#pragma once
+
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QtTest>
+
+namespace zelkam::test {
+
+inline QByteArray dataFile(const QString &name)
+{
+    QFile file(QStringLiteral(ZELKAM_TEST_DATA "/") + name);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+/// Gives the running test the rows of its table: the list of records that a JSON file of tests/data
+/// holds below the test's name or another one, or as a whole. A record's "name" is that of the row.
+inline void addRows(const QString &file, const char *table = QTest::currentTestFunction())
+{
+    QTest::addColumn<QJsonObject>("row");
+    const auto document = QJsonDocument::fromJson(dataFile(file));
+    const auto rows =
+        document.isArray() ? document.array() : document[QLatin1String(table)].toArray();
+    QVERIFY2(!rows.isEmpty(), table);
+    for (const QJsonValue row : rows) {
+        const QString name = row[u"name"].toString(row[u"test"].toString());
+        QTest::newRow(name.toUtf8().constData()) << row.toObject();
+    }
+}
+
+/// The row of the running test. What it does not give is empty, 0 or false.
+class Row
+{
+public:
+    Row()
+    {
+        QFETCH(const QJsonObject, row);
+        m_fields = row;
+    }
+
+    QJsonValue operator[](const char *key) const { return m_fields[QLatin1String(key)]; }
+    QString text(const char *key) const { return (*this)[key].toString(); }
+    /// Each character of the text is the byte of its number.
+    QByteArray bytes(const char *key) const { return text(key).toLatin1(); }
+    QStringList texts(const char *key) const { return (*this)[key].toVariant().toStringList(); }
+    int number(const char *key) const { return (*this)[key].toInt(); }
+    bool is(const char *key) const { return (*this)[key].toBool(); }
+
+private:
+    QJsonObject m_fields;
+};
+
+} // namespace zelkam::test
