@@ -1,19 +1,11 @@
-#include "platform/foundation/file_manager.h"
-#include "platform/photos/saved_photos_album.h"
 #include "platform/photos_ui/image_grid_picker_controller.h"
-#include "platform/ui/theme.h"
-#include "platform/ui/ui_application.h"
-#include "platform/ui/ui_window.h"
-#include "plugin/zelkam_mobile_contents_plugin.h"
+#include "plugin/plugin_on_screen.h"
 #include "plugin/zelkam_mobile_single_image_picker.h"
-#include "support/recording_call.h"
-#include "support/sample_files.h"
 
 #include <QStandardPaths>
-#include <QTemporaryDir>
-#include <QtTest>
 
 using namespace zelkam;
+using namespace zelkam::test;
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -41,34 +33,31 @@ const QList<Kind> &kinds()
 } // namespace
 
 /// Several calls of the two picking commands, one soon after another.
-class TestPickers : public QObject
+class TestPickers : public PluginOnScreen
 {
     Q_OBJECT
 
 private:
-    QTemporaryDir root;
     QString photo;
-    std::unique_ptr<UIWindow> window;
-    std::shared_ptr<UIViewController> page;
-    std::shared_ptr<ZelkamMobileContentsPlugin> plugin;
-    ZelkamMobileContentsPlugin *target = nullptr;
 
     std::shared_ptr<RecordingCall> call(int kind)
     {
-        auto recording = std::make_shared<RecordingCall>(kinds().at(kind).arguments);
-        QMetaObject::invokeMethod(target, kinds().at(kind).command,
-                                  Q_ARG(zelkam::CallBackManagerPtr, recording));
-        return recording;
+        return PluginOnScreen::call(kinds().at(kind).command, kinds().at(kind).arguments);
+    }
+    /// A row for each two kinds of calls.
+    static void addPairs(const std::function<void(int first, int second, const QByteArray &)> &add)
+    {
+        for (int first = 0; first < kinds().size(); ++first) {
+            for (int second = 0; second < kinds().size(); ++second)
+                add(first, second,
+                    QByteArray(kinds().at(first).name) + ", then " + kinds().at(second).name);
+        }
     }
 
     /// The only screen over the page once nothing moves; null when there are more, or none.
     std::shared_ptr<UIViewController> onlyScreen()
     {
-        std::shared_ptr<UIViewController> screen;
-        (void)QTest::qWaitFor([&] {
-            screen = page->presentedViewController();
-            return screen && screen->isVisible() && !window->isInTransition();
-        });
+        const auto screen = shown<UIViewController>();
         QTest::qWait(10); // for one that should not come
         const bool isAlone = screen && screen == page->presentedViewController() &&
                              !screen->presentedViewController() && !window->isInTransition();
@@ -119,54 +108,31 @@ private:
     }
 
 private slots:
-    void initTestCase()
-    {
-        QStandardPaths::setTestModeEnabled(true);
-        QVERIFY(!setTemporaryDirectory(root.filePath(u"container"_s)));
-        QVERIFY(QDir().mkpath(root.filePath(u"pictures"_s)));
-        setPicturesDirectory(root.filePath(u"pictures"_s));
-        photo = root.filePath(u"pictures/a.jpg"_s);
-        QVERIFY(sample::write(photo, sample::image({60, 40}, "jpeg")));
-    }
+    void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
     void init()
     {
-        setMotionReduced(true);
-        window = std::make_unique<UIWindow>();
-        page = std::make_shared<UIViewController>();
-        window->setRootViewController(page);
-        window->resize(390, 844);
-        window->makeKeyAndVisible();
-        plugin = makePlugin<ZelkamMobileContentsPlugin>();
-        plugin->setViewController(page.get());
-        target = plugin.get();
+        begin();
+        photo = write(u"pictures/a.jpg"_s, sample::image({60, 40}, "jpeg"));
     }
-    void cleanup()
-    {
-        plugin.reset();
-        window.reset();
-        page.reset();
-    }
+    void cleanup() { end(); }
 
     void theOneThatIsThereAnswersTheNewestCall_data()
     {
         QTest::addColumn<int>("first");
         QTest::addColumn<int>("second");
         QTest::addColumn<QString>("moment");
-        for (int first = 0; first < kinds().size(); ++first) {
-            for (int second = 0; second < kinds().size(); ++second) {
-                const auto row = [&](const char *moment) {
-                    QTest::addRow("%s, then %s, %s", kinds().at(first).name,
-                                  kinds().at(second).name, moment)
-                        << first << second << QString::fromLatin1(moment);
-                };
-                row("in one tick");
-                row("when it is up");
-                if (second == (first + 2) % 4)
-                    row("just before it answers");
-                if (second == (first + 1) % 4) // these wait for a screen to slide
-                    row("while it comes");
-            }
-        }
+        addPairs([](int first, int second, const QByteArray &name) {
+            const auto row = [&](const char *moment) {
+                QTest::newRow((name + ", " + moment).constData())
+                    << first << second << QString::fromLatin1(moment);
+            };
+            row("in one tick");
+            row("when it is up");
+            if (second == (first + 2) % 4)
+                row("just before it answers");
+            if (second == (first + 1) % 4) // these wait for a screen to slide
+                row("while it comes");
+        });
     }
     void theOneThatIsThereAnswersTheNewestCall()
     {
@@ -196,20 +162,16 @@ private slots:
     {
         QTest::addColumn<int>("first");
         QTest::addColumn<int>("second");
-        QTest::addColumn<bool>("isPicked");
-        QTest::addColumn<bool>("isMoving");
-        for (int first = 0; first < kinds().size(); ++first) {
-            for (int second = 0; second < kinds().size(); ++second)
-                QTest::addRow("%s, then %s", kinds().at(first).name, kinds().at(second).name)
-                    << first << second << (second % 2 == 0) << (first == second);
-        }
+        addPairs([](int first, int second, const QByteArray &name) {
+            QTest::newRow(name.constData()) << first << second;
+        });
     }
     void aCallFromAReplyGetsItsOwn()
     {
         QFETCH(int, first);
         QFETCH(int, second);
-        QFETCH(bool, isPicked);
-        QFETCH(bool, isMoving);
+        const bool isPicked = second % 2 == 0;
+        const bool isMoving = first == second;
         setMotionReduced(!isMoving);
         const auto one = call(first);
         const auto screen = onlyScreen();
@@ -236,6 +198,11 @@ private slots:
     void oneThatCouldNotComeIsForgotten()
     {
         QFETCH(int, kind);
+        plugin->setViewController(nullptr);
+        const auto unseen = call(kind);
+        QTest::qWait(10);
+        QCOMPARE(unseen->replies(), QStringList());
+        QVERIFY(!page->presentedViewController());
         const auto nowhere = std::make_shared<UIViewController>();
         plugin->setViewController(nowhere.get());
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"in no window"_s));
@@ -258,18 +225,16 @@ private slots:
     void worksHoweverItIsOwned()
     {
         QFETCH(bool, isShared);
-        auto shared = isShared ? std::make_shared<ZelkamMobileContentsPlugin>() : nullptr;
         auto alone = isShared ? nullptr : std::make_unique<ZelkamMobileContentsPlugin>();
-        target = isShared ? shared.get() : alone.get();
-        target->setViewController(page.get());
+        if (!isShared) // a pointer that owns nothing
+            plugin =
+                std::shared_ptr<ZelkamMobileContentsPlugin>(std::shared_ptr<void>(), alone.get());
+        plugin->setViewController(page.get());
         for (int kind = 0; kind < kinds().size(); ++kind)
             checkAnswer(kind, *call(kind), true);
         const auto download = [this] {
             const QVariantMap nobody{{u"url"_s, u"http://127.0.0.1:1/"_s}};
-            auto recording = std::make_shared<RecordingCall>(nobody);
-            QMetaObject::invokeMethod(target, "fileDownload",
-                                      Q_ARG(zelkam::CallBackManagerPtr, recording));
-            return recording;
+            return PluginOnScreen::call("fileDownload", nobody);
         };
         const auto whole = download();
         QTRY_COMPARE(whole->replies().size(), 1);
@@ -279,9 +244,9 @@ private slots:
         QVERIFY(onlyScreen());
         std::weak_ptr<RecordingCall> running = download();
         const auto waiting = std::make_shared<RecordingCall>(kinds().at(3).arguments);
-        target->imagePicker(waiting);
+        plugin->imagePicker(waiting);
         alone.reset();
-        shared.reset();
+        plugin.reset();
         answer(page->presentedViewController().get(), true);
         QTRY_VERIFY(!page->presentedViewController());
         QTRY_VERIFY(running.expired());
