@@ -14,18 +14,21 @@ inline QByteArray dataFile(const QString &name)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-/// Gives the running test the rows of its table: the list of records that a JSON file of tests/data
-/// holds below the test's name or another one, or as a whole. A record's "name" is that of the row.
-inline void addRows(const QString &file, const char *table = QTest::currentTestFunction())
+/// Gives the running test the rows of its table: the records that JSON files of tests/data hold as
+/// a list below the test's name, or as the only list. A record's "name" is that of the row.
+inline void addRows(std::initializer_list<const char *> files)
 {
     QTest::addColumn<QJsonObject>("row");
-    const auto document = QJsonDocument::fromJson(dataFile(file));
-    const auto rows =
-        document.isArray() ? document.array() : document[QLatin1String(table)].toArray();
-    QVERIFY2(!rows.isEmpty(), table);
-    for (const QJsonValue row : rows) {
-        const QString name = row[u"name"].toString(row[u"test"].toString());
-        QTest::newRow(name.toUtf8().constData()) << row.toObject();
+    for (const char *file : files) {
+        const auto document = QJsonDocument::fromJson(dataFile(QLatin1String(file)));
+        const QJsonArray rows =
+            document.isArray() ? document.array()
+                               : document[QLatin1String(QTest::currentTestFunction())].toArray();
+        QVERIFY2(!rows.isEmpty(), file);
+        for (const QJsonValue row : rows) {
+            const QString name = row[u"name"].toString(row[u"test"].toString());
+            QTest::newRow(name.toUtf8().constData()) << row.toObject();
+        }
     }
 }
 

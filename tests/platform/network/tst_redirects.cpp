@@ -45,7 +45,7 @@ private slots:
         setConnectivityCheck([] { return true; });
     }
 
-    void methodAfterRedirect_data() { test::addRows(u"redirects.json"_s); }
+    void methodAfterRedirect_data() { test::addRows({"redirects.json"}); }
 
     void methodAfterRedirect()
     {
@@ -159,7 +159,7 @@ private slots:
         QCOMPARE(download(request, configuration).data, "done");
     }
 
-    void headersStayWithTheirOrigin_data() { test::addRows(u"redirects.json"_s); }
+    void headersStayWithTheirOrigin_data() { test::addRows({"redirects.json"}); }
 
     void headersStayWithTheirOrigin()
     {
@@ -186,7 +186,7 @@ private slots:
         QVERIFY(leaves({true, {}}));
     }
 
-    void leadsIntoNoMorePrivateNetwork_data() { test::addRows(u"redirects.json"_s); }
+    void leadsIntoNoMorePrivateNetwork_data() { test::addRows({"redirects.json"}); }
 
     void leadsIntoNoMorePrivateNetwork()
     {
@@ -243,7 +243,7 @@ private slots:
         qputenv("no_proxy", direct);
     }
 
-    void tellsNetworksApart_data() { test::addRows(u"redirects.json"_s); }
+    void tellsNetworksApart_data() { test::addRows({"redirects.json"}); }
 
     void tellsNetworksApart()
     {

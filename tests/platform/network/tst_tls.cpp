@@ -57,7 +57,7 @@ private slots:
         write(u"hello"_s, "HTTP/1.0 200 OK\r\n\r\nhello");
     }
 
-    void trustsWhomItMay_data() { addRows(u"tls/trust.json"_s); }
+    void trustsWhomItMay_data() { addRows({"tls/trust.json"}); }
 
     void trustsWhomItMay()
     {

@@ -63,7 +63,7 @@ private slots:
         QTRY_VERIFY(!QFile::exists(outcome.path));
     }
 
-    void bringsAnswersHomeOrFails_data() { test::addRows(u"url_session.json"_s); }
+    void bringsAnswersHomeOrFails_data() { test::addRows({"url_session.json"}); }
 
     void bringsAnswersHomeOrFails()
     {
@@ -81,7 +81,7 @@ private slots:
         }
     }
 
-    void requestsThatCannotBeSent_data() { test::addRows(u"url_session.json"_s); }
+    void requestsThatCannotBeSent_data() { test::addRows({"url_session.json"}); }
 
     void requestsThatCannotBeSent()
     {
@@ -123,7 +123,7 @@ private slots:
         QCOMPARE(sent.header("Host"), "127.0.0.1:" + QByteArray::number(m_server.port()));
     }
 
-    void bodiesHaveABound_data() { test::addRows(u"url_session.json"_s); }
+    void bodiesHaveABound_data() { test::addRows({"url_session.json"}); }
 
     void bodiesHaveABound()
     {
