@@ -1,19 +1,17 @@
 #include "platform/ui/layout_guide.h"
-#include "platform/ui/theme.h"
 #include "platform/ui/ui_application.h"
 #include "platform/ui/ui_navigation_bar.h"
 #include "platform/ui/ui_navigation_controller.h"
 #include "platform/ui/ui_tab_bar_controller.h"
-#include "platform/ui/ui_window.h"
+#include "support/screen_test.h"
 
-#include <QLineEdit>
 #include <QPainter>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QSignalSpy>
-#include <QTest>
 
 using namespace zelkam;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -21,7 +19,7 @@ namespace {
 class Screen : public UIViewController
 {
 public:
-    Screen(QString name, QStringList &log) : m_name(std::move(name)), m_log(log) {}
+    Screen(QString name, QString &log) : m_name(std::move(name)), m_log(log) {}
     ~Screen() override { note("released"); }
 
     void viewDidLoad() override { note("loaded"); }
@@ -31,37 +29,27 @@ public:
     void viewDidDisappear(bool) override { note("gone"); }
 
 private:
-    void note(const char *what) { m_log.append(m_name + u' ' + QLatin1String(what)); }
+    void note(const char *what) { m_log += m_name + u' ' + QLatin1String(what) + u", "_s; }
     QString m_name;
-    QStringList &m_log;
+    QString &m_log;
 };
 
 } // namespace
 
-class PresentationTest : public QObject
+class PresentationTest : public ScreenTest
 {
     Q_OBJECT
 
 private slots:
     void init()
     {
-        QTest::failOnWarning(QRegularExpression(QStringLiteral(".")));
-        setMotionReduced(true);
-        m_log.clear();
-        m_window = std::make_unique<UIWindow>();
-        m_window->resize(390, 844);
-        m_root = screen("root");
-        m_window->setRootViewController(m_root);
-        m_window->makeKeyAndVisible();
-        m_window->activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+        QTest::failOnWarning(QRegularExpression(u"."_s));
+        openWindow();
+        page = screen("root");
+        window->setRootViewController(page);
         m_log.clear();
     }
-    void cleanup()
-    {
-        m_root.reset();
-        m_window.reset();
-    }
+    void cleanup() { closeWindow(); }
 
     void aScreenLivesThroughPresentationAndDismissalInOrder_data()
     {
@@ -73,79 +61,69 @@ private slots:
     {
         QFETCH(bool, moves);
         setMotionReduced(!moves);
-        QSignalSpy appeared(m_window.get(), &UIWindow::screenDidAppear);
-        m_root->present(screen("a"), true, note("presented"));
-        QCOMPARE(m_log, QStringList({QStringLiteral("a loaded"), QStringLiteral("a will appear")}));
-        QVERIFY(m_root->presentedViewController()->isBeingPresented());
-        QTRY_COMPARE(m_log,
-                     QStringList({QStringLiteral("a loaded"), QStringLiteral("a will appear"),
-                                  QStringLiteral("a appeared"), QStringLiteral("presented")}));
+        QSignalSpy appeared(window.get(), &UIWindow::screenDidAppear);
+        page->present(screen("a"), true, note("presented"));
+        QCOMPARE(m_log, u"a loaded, a will appear, "_s);
+        QVERIFY(page->presentedViewController()->isBeingPresented());
+        QTRY_COMPARE(m_log, u"a loaded, a will appear, a appeared, presented, "_s);
         QCOMPARE(appeared.count(), 1);
-        QCOMPARE(m_root->presentedViewController()->view()->mapTo(m_window.get(), QPoint()),
-                 QPoint());
+        QCOMPARE(top()->mapTo(window.get(), QPoint()), QPoint());
 
         m_log.clear();
-        m_root->presentedViewController()->dismiss(true, note("dismissed"));
-        QTRY_COMPARE(m_log,
-                     QStringList({QStringLiteral("a will go"), QStringLiteral("a gone"),
-                                  QStringLiteral("dismissed"), QStringLiteral("a released")}));
-        QVERIFY(!m_root->presentedViewController());
+        page->presentedViewController()->dismiss(true, note("dismissed"));
+        QTRY_COMPARE(m_log, u"a will go, a gone, dismissed, a released, "_s);
+        QVERIFY(!page->presentedViewController());
     }
 
     void onlyAFullScreenStyleSendsThePresenterAway()
     {
         auto full = screen("full");
         full->modalPresentationStyle = UIModalPresentationStyle::fullScreen;
-        m_root->present(full, false, note("presented"));
-        QTRY_VERIFY(m_log.contains(QLatin1String("presented")));
-        QVERIFY(m_log.contains(QLatin1String("root gone")));
+        show(full);
+        QVERIFY(m_log.contains(u"root gone"));
         m_log.clear();
-        m_root->dismiss(false);
-        QTRY_VERIFY(m_log.contains(QLatin1String("root appeared")));
+        page->dismiss(false);
+        QTRY_VERIFY(m_log.contains(u"root appeared"));
     }
 
     void screensThatAreAskedForAtOnceAllCome()
     {
-        m_root->present(screen("a"), true, note("a presented"));
-        m_root->present(screen("b"), true, note("b presented"));
-        m_root->presentedViewController()->present(screen("c"), true, note("c presented"));
-        QTRY_VERIFY(m_log.contains(QLatin1String("c presented")));
-        QCOMPARE(m_log.filter(QStringLiteral("presented")),
-                 QStringList({QStringLiteral("a presented"), QStringLiteral("b presented"),
-                              QStringLiteral("c presented")}));
-        UIViewController *top = UIApplication::topViewController(m_root.get());
-        QCOMPARE(top, m_window->topMostViewController());
+        page->present(screen("a"), true, note("a is there"));
+        page->present(screen("b"), true, note("b is there"));
+        page->presentedViewController()->present(screen("c"), true, note("c is there"));
+        QTRY_VERIFY(m_log.contains(u"c is there"));
+        QCOMPARE(m_log.split(u", "_s).filter(u"is there"_s).join(u", "_s),
+                 u"a is there, b is there, c is there"_s);
+        QCOMPARE(UIApplication::topViewController(page.get()), window->topMostViewController());
 
-        m_root->dismiss(true, note("all gone")); // from the lowest: everything goes
-        QTRY_VERIFY(m_log.contains(QLatin1String("c released")));
-        QVERIFY(m_log.indexOf(QLatin1String("c gone")) < m_log.indexOf(QLatin1String("a gone")));
-        QCOMPARE(m_log.count(QStringLiteral("all gone")), 1);
-        QCOMPARE(UIApplication::topViewController(m_root.get()), m_root.get());
+        page->dismiss(true, note("all gone")); // from the lowest: everything goes
+        QTRY_VERIFY(m_log.contains(u"c released"));
+        QVERIFY(m_log.indexOf(u"c gone") < m_log.indexOf(u"a gone"));
+        QCOMPARE(m_log.count(u"all gone"_s), 1);
+        QCOMPARE(UIApplication::topViewController(page.get()), page.get());
     }
 
     void aScreenAskedForWhileItsPresenterLeavesComesFromWhatIsLeft()
     {
         auto a = screen("a");
-        m_root->present(a, false, note("presented"));
-        QTRY_VERIFY(m_log.contains(QLatin1String("presented")));
-        m_root->dismiss(true);
-        a->present(screen("b"), true, note("b presented"));
+        show(a);
+        page->dismiss(true);
+        a->present(screen("b"), true, note("presented"));
         a.reset();
-        QTRY_VERIFY(m_log.contains(QLatin1String("b presented")));
-        QCOMPARE(m_root->presentedViewController()->presentingViewController(), m_root.get());
+        QTRY_VERIFY(m_log.contains(u"presented"));
+        QCOMPARE(page->presentedViewController()->presentingViewController(), page.get());
     }
 
     void doneTappedTwiceDismissesOneScreenOnly()
     {
         auto a = screen("a");
         auto b = screen("b");
-        m_root->present(a, false);
+        page->present(a, false);
         a->present(b, false);
-        m_root->present(screen("c"), false, note("c presented"));
-        QTRY_VERIFY(m_log.contains(QLatin1String("c presented")));
+        show(screen("c"));
         b->dismiss(true, note("one"));
         b->dismiss(true, note("two"));
-        QTRY_VERIFY(m_log.contains(QLatin1String("two")));
+        QTRY_VERIFY(m_log.contains(u"two"));
         QTest::qWait(20);
         QVERIFY(!b->presentedViewController());
         QCOMPARE(a->presentedViewController(), b);
@@ -155,120 +133,113 @@ private slots:
     {
         setMotionReduced(false);
         auto a = screen("a");
-        auto b = screen("b");
         auto c = screen("c");
-        for (const auto &each : {a, b, c})
-            m_root->present(each, true);
+        for (const auto &each : {a, screen("b"), c})
+            page->present(each, true);
         c->withdraw(); // it waits for the others
         a->withdraw(); // it is on its way; what comes above it goes with it
-        QTRY_VERIFY(m_log.contains(QLatin1String("a gone")));
-        QTRY_COMPARE(m_window->topMostViewController(), m_root.get());
-        QVERIFY(!m_window->isInTransition() && !m_log.contains(QLatin1String("c loaded")));
-        m_root->present(a, false, note("never"));
+        QTRY_VERIFY(m_log.contains(u"a gone"));
+        QTRY_COMPARE(window->topMostViewController(), page.get());
+        QVERIFY(!window->isInTransition() && !m_log.contains(u"c loaded"));
+        page->present(a, false, note("never"));
         QTest::qWait(20);
-        QVERIFY(!m_log.contains(QLatin1String("never")));
+        QVERIFY(!m_log.contains(u"never"));
     }
 
     void aCoveredScreenLeavesTheOthersInPlace()
     {
         auto *field = new QLineEdit;
-        addSubview(m_root->view(), field);
+        addSubview(page->view(), field);
         field->setFocus();
         auto a = screen("a");
         auto b = screen("b");
         a->removeFromBelow(); // it lies nowhere yet
-        m_root->present(a, false);
-        m_root->present(b, false, note("b presented"));
-        QTRY_VERIFY(m_log.contains(QLatin1String("b presented")));
+        page->present(a, false);
+        show(b);
         b->removeFromBelow(); // nothing lies above it
         a->removeFromBelow();
-        QCOMPARE(m_root->presentedViewController(), b);
-        QCOMPARE(b->presentingViewController(), m_root.get());
+        QCOMPARE(page->presentedViewController(), b);
+        QCOMPARE(b->presentingViewController(), page.get());
         QVERIFY(!a->presentedViewController() && !a->presentingViewController());
-        QVERIFY(m_log.contains(QLatin1String("a gone")) &&
-                !m_log.contains(QLatin1String("b gone")));
-        m_root->dismiss(false);
+        QVERIFY(m_log.contains(u"a gone") && !m_log.contains(u"b gone"));
+        page->dismiss(false);
         QTRY_COMPARE(QApplication::focusWidget(), field);
     }
 
     void iconsAreThereInAHostThatSetsNoTheme()
     {
-        QVERIFY(!tintedIcon(QStringLiteral("go-next"), 24, Qt::black, 1.0).isNull());
+        QVERIFY(!tintedIcon(u"go-next"_s, 24, Qt::black, 1.0).isNull());
     }
 
     void whatCannotBePresentedIsRefused()
     {
         auto a = screen("a");
-        m_root->present(a, false, note("presented"));
-        QTRY_VERIFY(m_log.contains(QLatin1String("presented")));
-        QTest::ignoreMessage(QtWarningMsg,
-                             QRegularExpression(QStringLiteral("already presents another")));
-        m_root->present(screen("b"), false, note("never"));
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("in use")));
-        a->present(m_root, false, note("never"));
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("in no window")));
-        screen("lost")->present(screen("c"), false, note("never"));
+        show(a);
+        const auto refuse = [this](UIViewController &from,
+                                   const std::shared_ptr<UIViewController> &what,
+                                   const QString &why) {
+            QTest::ignoreMessage(QtWarningMsg, QRegularExpression(why));
+            from.present(what, false, note("never"));
+        };
+        refuse(*page, screen("b"), u"already presents another"_s);
+        refuse(*a, page, u"in use"_s);
+        refuse(*screen("lost"), screen("c"), u"in no window"_s);
         QTest::qWait(20);
-        QVERIFY(!m_log.contains(QLatin1String("never")));
+        QVERIFY(!m_log.contains(u"never"));
     }
 
     void focusAndKeysStayInTheTopMostScreen()
     {
-        auto *below = new QPushButton(m_root->view());
+        auto *below = new QPushButton(page->view());
         below->show();
         below->setFocus();
         auto a = screen("a");
         auto *first = new QLineEdit(a->view());
         auto *second = new QPushButton(a->view());
         QSignalSpy clicked(second, &QPushButton::clicked);
-        m_root->present(a, true, note("presented"));
-        QTest::keyClick(m_window->focusWidget(), Qt::Key_Escape); // while it comes: swallowed
-        QTRY_VERIFY(m_log.contains(QLatin1String("presented")));
+        page->present(a, true, note("presented"));
+        press(Qt::Key_Escape); // while it comes: swallowed
+        QTRY_VERIFY(m_log.contains(u"presented"));
         QCOMPARE(QApplication::focusWidget(), first);
-        QTest::keyClick(first, Qt::Key_Tab);
+        press(Qt::Key_Tab);
         QCOMPARE(QApplication::focusWidget(), second);
-        QTest::keyClick(second, Qt::Key_Tab);
+        press(Qt::Key_Tab);
         QCOMPARE(QApplication::focusWidget(), first);
-        QTest::keyClick(first, Qt::Key_Backtab, Qt::ShiftModifier);
+        press(Qt::Key_Backtab, Qt::ShiftModifier);
         QCOMPARE(QApplication::focusWidget(), second);
-        QTest::keyClick(second, Qt::Key_Return);
+        press(Qt::Key_Return);
         QCOMPARE(clicked.count(), 1);
         below->setFocus(); // as a page's script may do
         QTRY_COMPARE(QApplication::focusWidget(), second);
-        QTest::keyClick(second, Qt::Key_Escape);
-        QTRY_VERIFY(m_log.contains(QLatin1String("a gone")));
+        press(Qt::Key_Escape);
+        QTRY_VERIFY(m_log.contains(u"a gone"));
         QCOMPARE(QApplication::focusWidget(), below);
     }
 
     void childrenAppearWithTheirParentAndPresentThroughTheirAncestor()
     {
         auto child = screen("child");
-        m_root->addChild(child);
-        addSubview(m_root->view(), child->view());
-        child->didMove(m_root.get());
-        QCOMPARE(m_log,
-                 QStringList({QStringLiteral("child loaded"), QStringLiteral("child will appear"),
-                              QStringLiteral("child appeared")}));
+        page->addChild(child);
+        addSubview(page->view(), child->view());
+        child->didMove(page.get());
+        QCOMPARE(m_log, u"child loaded, child will appear, child appeared, "_s);
         child->present(screen("a"), false, note("presented"));
-        QTRY_VERIFY(m_log.contains(QLatin1String("presented")));
-        QCOMPARE(child->presentedViewController()->presentingViewController(), m_root.get());
+        QTRY_VERIFY(m_log.contains(u"presented"));
+        QCOMPARE(child->presentedViewController()->presentingViewController(), page.get());
         m_log.clear();
         child->removeFromParent();
         child.reset();
-        QTRY_COMPARE(m_log,
-                     QStringList({QStringLiteral("child will go"), QStringLiteral("child gone"),
-                                  QStringLiteral("child released")}));
+        QTRY_COMPARE(m_log, u"child will go, child gone, child released, "_s);
     }
 
     void aNewRootEndsWhatTheOldOnePresented()
     {
-        m_root->present(screen("a"), true, note("presented"));
-        m_root.reset();
-        m_window->setRootViewController(screen("other"));
-        QVERIFY(m_log.contains(QLatin1String("presented")));
-        QTRY_VERIFY(m_log.contains(QLatin1String("root released")) &&
-                    m_log.contains(QLatin1String("a released")));
-        QVERIFY(m_log.contains(QLatin1String("other appeared")));
+        page->present(screen("a"), true, note("presented"));
+        page.reset();
+        window->setRootViewController(screen("other"));
+        QVERIFY(m_log.contains(u"presented"));
+        QTRY_VERIFY(m_log.contains(u"root released") && m_log.contains(u"a released"));
+        QVERIFY(m_log.contains(u"other appeared"));
     }
 
     void theTopScreenIsFoundThroughContainers()
@@ -279,23 +250,21 @@ private slots:
         auto leaf = screen("leaf");
         auto navigation = std::make_shared<UINavigationController>(screen("first"));
         tabs->setViewControllers({screen("other"), navigation});
-        m_window->setRootViewController(tabs);
+        window->setRootViewController(tabs);
         m_log.clear();
         tabs->setSelectedIndex(1);
         QCOMPARE(m_log,
-                 QStringList({QStringLiteral("other will go"), QStringLiteral("other gone"),
-                              QStringLiteral("first loaded"), QStringLiteral("first will appear"),
-                              QStringLiteral("first appeared")}));
+                 u"other will go, other gone, first loaded, first will appear, first appeared, "_s);
         navigation->pushViewController(leaf, false);
         QCOMPARE(UIApplication::topViewController(tabs.get()), leaf.get());
         QCOMPARE(leaf->view()->height(), 844 - 2 * metrics::tapTarget);
         auto a = screen("a");
         leaf->present(a, false);
         QCOMPARE(UIApplication::topViewController(tabs.get()), a.get());
-        QTRY_VERIFY(!m_window->isInTransition());
+        QTRY_VERIFY(!window->isInTransition());
         QCOMPARE(navigation->popViewController(false), leaf);
         QVERIFY(!navigation->popViewController(false));
-        QTRY_VERIFY(m_log.contains(QLatin1String("leaf gone")));
+        QTRY_VERIFY(m_log.contains(u"leaf gone"));
     }
 
     void busyMarkTurnsOrPulses()
@@ -319,13 +288,13 @@ private slots:
     void pinnedWidgetsFollowTheSafeArea()
     {
         auto *pinned = new QWidget;
-        addSubview(m_root->view(), pinned);
+        addSubview(page->view(), pinned);
         pinToSafeArea(pinned, QMargins(0, 50, 0, 0));
         QCOMPARE(pinned->geometry(), QRect(0, 50, 390, 794));
-        m_window->setSafeAreaInsets(QMargins(0, 47, 0, 34));
-        QCOMPARE(m_root->safeAreaInsets(), QMargins(0, 47, 0, 34));
+        window->setSafeAreaInsets(QMargins(0, 47, 0, 34));
+        QCOMPARE(page->safeAreaInsets(), QMargins(0, 47, 0, 34));
         QCOMPARE(pinned->geometry(), QRect(0, 97, 390, 713));
-        m_window->resize(844, 390);
+        window->resize(844, 390);
         QTRY_COMPARE(pinned->geometry(), QRect(0, 97, 844, 259));
         QCOMPARE(safeAreaInsets(pinned), QMargins()); // it lies clear of the edges
     }
@@ -337,7 +306,7 @@ private slots:
         int taps = 0;
         const auto action = [&taps](QObject *sender) { taps += sender != nullptr; };
         auto gone = std::make_unique<QObject>();
-        auto item = std::make_shared<UINavigationItem>(QStringLiteral("report.pdf"));
+        auto item = std::make_shared<UINavigationItem>(u"report.pdf"_s);
         item->leftBarButtonItem =
             std::make_shared<UIBarButtonItem>(UIBarButtonSystemItem::done, &target, action);
         item->rightBarButtonItem =
@@ -351,6 +320,7 @@ private slots:
         QCOMPARE(taps, 1);
         item->leftBarButtonItem->setEnabled(false);
         QTest::mouseClick(item->leftBarButtonItem->view(), Qt::LeftButton);
+        item->leftBarButtonItem->perform();
         QCOMPARE(taps, 1);
     }
 
@@ -361,12 +331,10 @@ private:
     }
     UIViewController::Completion note(const char *what)
     {
-        return [this, what] { m_log.append(QString::fromLatin1(what)); };
+        return [this, what] { m_log += QLatin1String(what) + u", "_s; };
     }
 
-    QStringList m_log;
-    std::unique_ptr<UIWindow> m_window;
-    std::shared_ptr<UIViewController> m_root;
+    QString m_log;
 };
 
 QTEST_MAIN(PresentationTest)
