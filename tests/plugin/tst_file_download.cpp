@@ -1,42 +1,28 @@
 #include "download/zelkam_mobile_file_download_util.h"
 #include "host/zelkam_mobile_data.h"
 #include "platform/foundation/bundle.h"
-#include "platform/foundation/file_manager.h"
 #include "platform/network/connectivity.h"
 #include "platform/network/http_cookie_storage.h"
-#include "platform/photos/saved_photos_album.h"
 #include "platform/ui/ui_application.h"
-#include "platform/ui/ui_window.h"
-#include "plugin/zelkam_mobile_contents_plugin.h"
+#include "plugin/plugin_on_screen.h"
 #include "preview/zelkam_mobile_contents_pre_view_vc.h"
+#include "support/captured_output.h"
+#include "support/data_table.h"
 #include "support/http_test_server.h"
 #include "support/own_network.h"
-#include "support/recording_call.h"
 #include "toast/toast_completion.h"
 
 #include <QAccessible>
-#include <QBuffer>
-#include <QDir>
-#include <QImage>
-#include <QTemporaryDir>
-#include <QtTest>
 #include <atomic>
 #include <sys/resource.h>
-#include <unistd.h>
 
 using namespace zelkam;
+using namespace zelkam::test;
 using namespace Qt::StringLiterals;
 
 namespace {
 
 const QString getFailure = u"error 2043: Failed to download file using GET method"_s;
-const QString noConnection = u"error NETWORK_RESPONSE_ERROR: Could not connect to the server."_s;
-
-QString postFailure(int status)
-{
-    return u"error 2044: Failed to download file using POST method.-httpStatus:%1"_s.arg(status);
-}
-
 class WebView : public HostWebView
 {
 public:
@@ -45,20 +31,13 @@ public:
 
 QByteArray png()
 {
-    QImage image(8, 8, QImage::Format_RGB32);
-    image.fill(Qt::red);
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    image.save(&buffer, "PNG");
-    return bytes;
+    return sample::image({8, 8}, "png");
 }
 
 } // namespace
 
-/// The command through the plug-in's meta-object, as a host calls it, against a real server, with
-/// real files and screens.
-class TestFileDownload : public QObject
+/// The command against a real server, with real files and screens.
+class TestFileDownload : public PluginOnScreen
 {
     Q_OBJECT
 
@@ -66,17 +45,10 @@ private:
     const bool ownNetwork = enterOwnNetwork({"203.0.113.1"}); // before the server is there
     HttpTestServer server;
     WebView webView;
-    std::unique_ptr<QTemporaryDir> root;
-    std::unique_ptr<UIWindow> window;
-    std::shared_ptr<UIViewController> page;
-    std::shared_ptr<ZelkamMobileContentsPlugin> plugin;
 
-    std::shared_ptr<RecordingCall> start(std::optional<QVariantMap> arguments)
+    std::shared_ptr<RecordingCall> start(const std::optional<QVariantMap> &arguments)
     {
-        auto call = std::make_shared<RecordingCall>(std::move(arguments));
-        QMetaObject::invokeMethod(plugin.get(), "fileDownload",
-                                  Q_ARG(zelkam::CallBackManagerPtr, call));
-        return call;
+        return call("fileDownload", arguments);
     }
 
     /// Runs a download without a preview to its last reply.
@@ -124,15 +96,8 @@ private slots:
     }
     void init()
     {
-        root = std::make_unique<QTemporaryDir>();
-        QVERIFY(!setTemporaryDirectory(root->filePath(u"tmp"_s)));
-        setPicturesDirectory(root->filePath(u"pictures"_s));
-        window = std::make_unique<UIWindow>();
-        window->resize(390, 844);
-        page = std::make_shared<UIViewController>();
-        window->setRootViewController(page);
-        window->makeKeyAndVisible();
-        plugin = makePlugin<ZelkamMobileContentsPlugin>();
+        begin();
+        setMotionReduced(false);
         plugin->setWebView(&webView);
         ZelkamMobileData::shared().setOptions(u"view"_s, WebViewOptions{server.url(QString())});
         UIApplication::shared().setNetworkActivityIndicatorVisible(false);
@@ -141,9 +106,7 @@ private slots:
     void cleanup()
     {
         QVERIFY(!indicatorSwitchedElsewhere.exchange(false));
-        plugin.reset();
-        page.reset();
-        window.reset();
+        end();
         const auto cookies = HTTPCookieStorage::shared().cookies().value();
         for (const auto &cookie : cookies)
             HTTPCookieStorage::shared().deleteCookie(cookie);
@@ -151,58 +114,32 @@ private slots:
 
     void refusesArguments_data()
     {
-        QTest::addColumn<std::optional<QVariantMap>>("arguments");
-        const auto row = [](const char *name, const std::optional<QVariantMap> &arguments) {
-            QTest::newRow(name) << arguments;
-        };
-        row("none", std::nullopt);
-        row("no address", QVariantMap());
-        row("a number for an address", QVariantMap{{u"url"_s, 5}});
-        row("a percent sign that encodes nothing", QVariantMap{{u"url"_s, u"/100%"_s}});
-        row("a port that is none", QVariantMap{{u"url"_s, u"http://h:99999/"_s}});
-        row("half a surrogate pair", QVariantMap{{u"url"_s, u"/"_s + QChar(0xD800)}});
+        addRows({"plugin/file_download.json"});
+        const QJsonObject half{{u"url"_s, u"/"_s + QChar(0xD800)}};
+        QTest::newRow("half a surrogate pair") << QJsonObject{{u"arguments"_s, half}};
     }
     void refusesArguments()
     {
-        QFETCH(std::optional<QVariantMap>, arguments);
+        const Row row;
+        if (row.is("isViewUnknown"))
+            ZelkamMobileData::shared().setOptions(u"view"_s, std::nullopt);
         const auto before = server.requests().size();
-        const auto call = start(arguments);
+        const auto call =
+            start(row["arguments"].isObject() ? std::optional(row.map("arguments")) : std::nullopt);
         QCOMPARE(call->replies(), QStringList{u"error INVALID_PARAM"_s});
         QCOMPARE(plugin->currentCallBack(), call);
         QCOMPARE(server.requests().size(), before);
     }
 
-    void refusesARelativeAddressOfAnUnknownWebView()
-    {
-        ZelkamMobileData::shared().setOptions(u"view"_s, std::nullopt);
-        QCOMPARE(start(QVariantMap{{u"url"_s, u"a.txt"_s}})->replies(),
-                 QStringList{u"error INVALID_PARAM"_s});
-    }
-
-    void makesAddresses_data()
-    {
-        QTest::addColumn<QString>("address"); // {server} stands for the server's root
-        QTest::addColumn<QByteArray>("target");
-        QTest::newRow("relative") << u"files/a.pdf"_s << QByteArray("/files/a.pdf");
-        QTest::newRow("from the root") << u"/files/a.pdf"_s << QByteArray("/files/a.pdf");
-        QTest::newRow("absolute") << u"{server}/a.pdf?x=1"_s << QByteArray("/a.pdf?x=1");
-        QTest::newRow("not encoded")
-            << u"/my file ü.pdf"_s << QByteArray("/my%20file%20%C3%BC.pdf");
-        QTest::newRow("encoded") << u"/my%20file.pdf"_s << QByteArray("/my%20file.pdf");
-        QTest::newRow("half encoded") << u"/a%20b c"_s << QByteArray("/a%20b%20c");
-        QTest::newRow("a scheme in capitals is relative")
-            << u"HTTP://h/a"_s << QByteArray("/HTTP://h/a");
-        QTest::newRow("a fragment is a part of the path") << u"/a#b"_s << QByteArray("/a%23b");
-        QTest::newRow("an encoded slash is a slash") << u"/a%2Fb"_s << QByteArray("/a/b");
-        QTest::newRow("dots stay") << u"/a/./../b/.."_s << QByteArray("/a/./../b/..");
-    }
+    void makesAddresses_data() { addRows({"plugin/file_download.json"}); }
     void makesAddresses()
     {
-        QFETCH(QString, address);
+        const Row row;
+        const QString address = row.text("address");
         const auto before = server.requests().size();
-        replies({{u"url"_s, address.replace(u"{server}"_s, server.url(QString()))}});
+        replies({{u"url"_s, QString(address).replace(u"{server}"_s, server.url(QString()))}});
         QCOMPARE(server.requests().size(), before + 1);
-        QTEST(server.requests().last().target, "target");
+        QCOMPARE(server.requests().last().target, row.text("target").toUtf8());
     }
 
     void beginsWithTheDefaults()
@@ -215,124 +152,53 @@ private slots:
         QCOMPARE(engine.requestType() + engine.dataType(), u"getapplication/json"_s);
     }
 
-    void makesRequests_data()
-    {
-        QTest::addColumn<QVariantMap>("options");
-        QTest::addColumn<QByteArray>("method");
-        QTest::addColumn<QByteArray>("type");
-        QTest::addColumn<QByteArray>("body");
-        const QByteArray json = "application/json";
-        const QVariantMap data{{u"a"_s, u"1 &ü"_s}, {u"n"_s, 5}, {u"o"_s, QVariantMap()}};
-        QTest::newRow("no options") << QVariantMap() << QByteArray("GET") << json << QByteArray();
-        QTest::newRow("GET ignores the data")
-            << QVariantMap{{u"requestType"_s, u"get"_s}, {u"data"_s, data}} << QByteArray("GET")
-            << json << QByteArray();
-        QTest::newRow("PUT is GET") << QVariantMap{{u"requestType"_s, u"put"_s}}
-                                    << QByteArray("GET") << json << QByteArray();
-        QTest::newRow("POST in mixed case, as JSON")
-            << QVariantMap{{u"requestType"_s, u"PoSt"_s}, {u"data"_s, data}} << QByteArray("POST")
-            << json << QByteArray("{\"a\":\"1 &ü\",\"n\":5,\"o\":{}}");
-        QTest::newRow("POST of nothing, as JSON")
-            << QVariantMap{{u"requestType"_s, u"post"_s}, {u"data"_s, u"text"_s}}
-            << QByteArray("POST") << json << QByteArray("{}");
-        const QString form = u"application/x-www-form-urlencoded"_s;
-        QTest::newRow("POST as a form, not encoded, without what is no text")
-            << QVariantMap{{u"requestType"_s, u"post"_s}, {u"dataType"_s, form}, {u"data"_s, data}}
-            << QByteArray("POST") << form.toLatin1() << QByteArray("a=1 &ü&n=&o=&");
-        QTest::newRow("an empty form")
-            << QVariantMap{{u"requestType"_s, u"post"_s}, {u"dataType"_s, form}}
-            << QByteArray("POST") << form.toLatin1() << QByteArray();
-        QTest::newRow("a form with a charset is no form")
-            << QVariantMap{{u"requestType"_s, u"post"_s}, {u"dataType"_s, form + u";charset=x"_s}}
-            << QByteArray("POST") << form.toLatin1() + ";charset=x" << QByteArray("{}");
-        QTest::newRow("a header of the page's own replaces the type")
-            << QVariantMap{{u"httpHeaders"_s, QVariantMap{{u"content-type"_s, u"text/plain"_s}}}}
-            << QByteArray("GET") << QByteArray("text/plain") << QByteArray();
-        QTest::newRow("one header that is no text spoils them all")
-            << QVariantMap{{u"httpHeaders"_s,
-                            QVariantMap{{u"content-type"_s, u"text/plain"_s}, {u"X-A"_s, 1}}}}
-            << QByteArray("GET") << json << QByteArray();
-    }
+    void makesRequests_data() { addRows({"plugin/file_download.json"}); }
     void makesRequests()
     {
-        QFETCH(QVariantMap, options);
+        const Row row;
+        QVariantMap options = row.map("options");
         options.insert(get(u"/a.txt"_s));
         QCOMPARE(replies(options), QStringList{u"success"_s});
         const auto request = server.requests().last();
-        QTEST(request.method, "method");
-        QTEST(request.header("Content-Type"), "type");
-        QTEST(request.body, "body");
+        QCOMPARE(request.method, row.text("method").toUtf8());
+        QCOMPARE(request.header("Content-Type"), row.text("type").toUtf8());
+        QCOMPARE(request.body, row.text("body").toUtf8());
     }
 
     void replies_data()
     {
-        QTest::addColumn<QByteArray>("answer"); // "" for a server that is not there
-        QTest::addColumn<QVariantMap>("options");
-        QTest::addColumn<QStringList>("expected");
-        QTest::addColumn<QStringList>("files");
-        QTest::addColumn<bool>("indicatorStays");
-        const auto row = [](const char *name, const QByteArray &answer, const QVariantMap &options,
-                            const QStringList &expected, const QStringList &files, bool stays) {
-            QTest::newRow(name) << answer << options << expected << files << stays;
+        addRows({"plugin/file_download.json"});
+        const auto row = [](const char *name, const QJsonObject &options, const QJsonArray &replies,
+                            QJsonObject more = {}) {
+            more.insert(u"options"_s, options);
+            more.insert(u"replies"_s, replies);
+            QTest::newRow(name) << more;
         };
-        const QByteArray ok = HttpTestServer::answer("x");
-        const QVariantMap post{{u"requestType"_s, u"post"_s}};
-        const QStringList none;
-        const QStringList old{u"old"_s};
-        row("an empty file", HttpTestServer::answer(""), {}, {u"success"_s}, {u"f"_s}, false);
-        for (const int status : {201, 204, 206, 304, 404, 500}) {
-            const QByteArray line = QByteArray::number(status) + " Status";
-            const QByteArray answer = status == 204 || status == 304
-                                          ? "HTTP/1.1 " + line + "\r\n\r\n"
-                                          : HttpTestServer::answer("x", {}, line);
-            row(qPrintable(u"GET and %1"_s.arg(status)), answer, {}, {getFailure}, none, false);
-            row(qPrintable(u"POST and %1"_s.arg(status)), answer, post, {postFailure(status)}, none,
-                false);
-        }
-        row("no server", "", {}, {noConnection}, none, true);
-        row("a body cut short", "HTTP/1.1 200 OK\r\nContent-Length: 9\r\n\r\nx", {},
-            {u"error NETWORK_RESPONSE_ERROR: The server sent only a part of the file."_s}, none,
-            true);
-        row("JSON that cannot be", ok,
-            {{u"requestType"_s, u"post"_s}, {u"data"_s, QVariantMap{{u"a"_s, qQNaN()}}}},
-            {u"error INVALID_PARAM"_s, u"error INVALID_PARAM"_s}, none, false);
-        row("JSON that cannot be, but is not sent", ok,
-            {{u"data"_s, QVariantMap{{u"a"_s, qQNaN()}}}}, {u"success"_s}, {u"f"_s}, false);
-        row("a header that cannot be", ok,
-            {{u"httpHeaders"_s, QVariantMap{{u"X"_s, u"a\r\nY: b"_s}}}},
-            {u"error NETWORK_RESPONSE_ERROR: The address or a header of the request is not valid."_s},
-            none, true);
-        const QStringList twice{u"error INVALID_PARAM"_s, u"error INVALID_PARAM"_s};
-        row("no image for the album", ok, {{u"saveAlbum"_s, true}}, twice, {u"f"_s}, true);
-        row("an image for the album", HttpTestServer::answer(png()), {{u"saveAlbum"_s, true}},
-            {u"success"_s}, {u"f"_s}, false);
-        const auto named = [](const QString &name) { return QVariantMap{{u"fileName"_s, name}}; };
-        row("a name with escapes", ok, named(u"a%20%C3%BC.txt"_s), {u"success"_s}, {u"a ü.txt"_s},
-            false);
-        row("a name that cannot be decoded", ok, named(u"100%"_s), {getFailure}, none, true);
-        row("a name that leads out", ok, named(u"../../x"_s), {getFailure}, none, true);
-        row("a name that leads out, encoded", ok, named(u"%2e%2e%2fx"_s), {getFailure}, none, true);
-        row("a name in a folder that is not there", ok, named(u"a/b"_s), {getFailure}, none, true);
-        row("the folder itself", ok, named(u"."_s), {getFailure}, none, true);
-        row("the folder above", ok, named(u".."_s), {getFailure}, none, true);
-        row("an empty name", ok, named(u""_s), {getFailure}, none, true);
-        row("a name of 300 characters", ok, named(QString(300, u'n')), {getFailure}, none, true);
-        row("a name with a null", ok, named(u"a%00b"_s), {getFailure}, none, true);
-        row("options of the wrong type", ok,
-            {{u"saveAlbum"_s, u"true"_s}, {u"notify"_s, 1}, {u"requestType"_s, true}},
-            {u"success"_s}, {u"f"_s}, false);
+        const QString success = u"success"_s;
+        const QString invalid = u"error INVALID_PARAM"_s;
+        const QJsonObject notANumber{{u"a"_s, qQNaN()}};
+        row("JSON that cannot be", {{u"requestType"_s, u"post"_s}, {u"data"_s, notANumber}},
+            {invalid, invalid});
+        row("JSON that cannot be, but is not sent", {{u"data"_s, notANumber}}, {success},
+            {{u"file"_s, u"f"_s}});
+        row("a name of 300 characters", {{u"fileName"_s, QString(300, u'n')}}, {getFailure},
+            {{u"indicatorStays"_s, true}});
+        row("an image for the album", {{u"saveAlbum"_s, true}}, {success},
+            {{u"file"_s, u"f"_s},
+             {u"answer"_s, QString::fromLatin1(HttpTestServer::answer(png()))}});
     }
     void replies()
     {
-        QFETCH(QByteArray, answer);
-        QFETCH(QVariantMap, options);
-        QFETCH(QStringList, expected);
-        server.on("/f", answer);
-        options.insert(answer.isEmpty() ? QVariantMap{{u"url"_s, u"http://127.0.0.1:1/f"_s}}
-                                        : get(u"/f"_s));
+        const Row row;
+        server.on(
+            "/f",
+            row["answer"].toString(QString::fromLatin1(HttpTestServer::answer("x"))).toLatin1());
+        QVariantMap options = get(u"/f"_s);
+        options.insert(row.map("options"));
+        const QStringList expected = row.texts("replies");
         QCOMPARE(replies(options, int(expected.size())), expected);
-        QTEST(downloads(), "files");
-        QTEST(indicator(), "indicatorStays");
+        QCOMPARE(downloads().join(u','), row.text("file"));
+        QCOMPARE(indicator(), row.is("indicatorStays"));
         // Nothing else lies in the container, and nothing was lost: the next download works.
         QTRY_COMPARE(QDir(NSTemporaryDirectory()).entryList(QDir::Files | QDir::Hidden),
                      QStringList());
@@ -378,39 +244,32 @@ private slots:
 
     void storesCookiesAndSendsThemAll()
     {
+        const auto sentWithThePagesOwn = [this] {
+            auto options = get(u"/a.txt"_s);
+            options.insert(u"httpHeaders"_s, QVariantMap{{u"Cookie"_s, u"page=own"_s}});
+            replies(options);
+            return server.requests().last().header("Cookie");
+        };
+        QCOMPARE(sentWithThePagesOwn(), "page=own");
         server.on("/set", HttpTestServer::answer(
                               "x", "Set-Cookie: a=1; HttpOnly\r\nSet-Cookie: JSESSIONID=no\r\n"
                                    "Set-Cookie: JSESSIONID=yes; Domain=127.0.0.1; Path=/x\r\n"
                                    "Set-Cookie: other=2; Domain=example.org\r\n"));
         QCOMPARE(replies(get(u"/set"_s)), QStringList{u"success"_s});
-        auto options = get(u"/a.txt"_s);
-        options.insert(u"httpHeaders"_s, QVariantMap{{u"Cookie"_s, u"page=own"_s}});
-        replies(options);
-        QCOMPARE(server.requests().last().header("Cookie"), "a=1; JSESSIONID=yes; other=2");
+        QCOMPARE(sentWithThePagesOwn(), "a=1; JSESSIONID=yes; other=2");
 
         server.on("/fail", HttpTestServer::answer("x", "Set-Cookie: b=1\r\n", "404 Not Found"));
         replies(get(u"/fail"_s));
         QCOMPARE(HTTPCookieStorage::shared().cookies()->size(), 3);
     }
 
-    void keepsThePagesOwnCookieHeaderWhenTheStoreIsEmpty()
-    {
-        auto options = get(u"/a.txt"_s);
-        options.insert(u"httpHeaders"_s, QVariantMap{{u"Cookie"_s, u"page=own"_s}});
-        replies(options);
-        QCOMPARE(server.requests().last().header("Cookie"), "page=own");
-    }
-
     void carriesSuggestedNamesToTheAlbumAndThePreview_data()
     {
-        QTest::addColumn<QByteArray>("name");
-        for (const char *name : {"my picture.png", "50% off.png", "what?.png", "C#[1] 100%41.png",
-                                 " !\"$&'()*+,-.:;<=>@^_`{|}~.png"})
-            QTest::newRow(name) << QByteArray(name);
+        addRows({"plugin/file_download.json"});
     }
     void carriesSuggestedNamesToTheAlbumAndThePreview()
     {
-        QFETCH(QByteArray, name);
+        QByteArray name = QTest::currentDataTag();
         server.on("/i", HttpTestServer::answer(png(), "Content-Disposition: a; filename=\"" +
                                                           name.replace('"', "\\\"") + "\"\r\n"));
         auto options = get(u"/i"_s);
@@ -457,9 +316,10 @@ private slots:
 
     void fiftyDownloadsOfOneNameLeaveOneFile()
     {
-        const auto options = get(u"/a.txt"_s);
+        auto options = get(u"/a.txt"_s);
+        options.insert(u"open"_s, false);
         for (int i = 0; i < 49; ++i)
-            start(QVariantMap{{u"url"_s, server.url(u"/a.txt"_s)}, {u"open"_s, false}});
+            start(options);
         const QStringList got = replies(options, 50); // those of all, as it is the last call
         QCOMPARE(got.count(u"success"_s) + got.count(getFailure), 50);
         QVERIFY(got.contains(u"success"_s));
@@ -546,12 +406,7 @@ private slots:
             to(u"/canary-path"_s),
             to(u"http://127.0.0.1:1/canary-path"_s),
             to(u"canary:a"_s)};
-        QFile log(root->filePath(u"log"_s));
-        QVERIFY(log.open(QIODevice::ReadWrite));
-        const int out = ::dup(STDOUT_FILENO);
-        const int err = ::dup(STDERR_FILENO);
-        ::dup2(log.handle(), STDOUT_FILENO);
-        ::dup2(log.handle(), STDERR_FILENO);
+        CapturedOutput output;
         const auto before =
             qInstallMessageHandler([](QtMsgType, const auto &, const QString &text) {
                 std::fprintf(stderr, "%s\n", qPrintable(text));
@@ -572,16 +427,10 @@ private slots:
             }
         }
         qInstallMessageHandler(before);
-        std::fflush(stdout);
-        ::dup2(out, STDOUT_FILENO);
-        ::dup2(err, STDERR_FILENO);
-        ::close(out);
-        ::close(err);
+        const QByteArray logged = output.read();
         QCOMPARE(told.size(), 2 * answers.size());
         QCOMPARE(told.count(u"success"_s), 2);
         QVERIFY2(!told.join(u'\n').contains(u"canary"_s), qPrintable(told.join(u'\n')));
-        log.seek(0);
-        const QByteArray logged = log.readAll();
         QVERIFY(logged.contains("saveFile(url:_:)") && logged.contains("URLError."));
         QVERIFY2(!logged.contains("canary"), logged.constData());
     }

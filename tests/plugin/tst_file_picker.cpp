@@ -1,7 +1,7 @@
 #include "platform/foundation/file_reader.h"
 #include "platform/foundation/system_version.h"
 #include "plugin/plugin_on_screen.h"
-#include "support/data_rows.h"
+#include "support/data_table.h"
 
 #include <csignal>
 #include <sys/resource.h>
@@ -114,14 +114,13 @@ private slots:
     }
     void cleanup() { end(); }
 
-    void refusesArguments_data() { addDataRows(u"plugin/file_picker.json"_s); }
+    void refusesArguments_data() { addRows({"plugin/file_picker.json"}); }
     void refusesArguments()
     {
-        QFETCH(QVariantMap, row);
+        const Row row;
         const auto before = plugin->property("allowExtensionArr");
         const auto recording =
-            call(row.contains(u"arguments"_s) ? std::optional(row[u"arguments"_s].toMap())
-                                              : std::nullopt);
+            call(row["arguments"].isObject() ? std::optional(row.map("arguments")) : std::nullopt);
         QCOMPARE(recording->replies(), QStringList(u"error INVALID_PARAM"_s));
         QCOMPARE(plugin->currentCallBack(), recording);
         QCoreApplication::processEvents();
@@ -130,11 +129,11 @@ private slots:
         QCOMPARE(plugin->property("fileMaxSelect").toLongLong(), 1);
     }
 
-    void allowsTypes_data() { addDataRows(u"plugin/file_picker.json"_s); }
+    void allowsTypes_data() { addRows({"plugin/file_picker.json"}); }
     void allowsTypes()
     {
-        QFETCH(QVariantMap, row);
-        const QString extensions = row[u"extensions"_s].toString();
+        const Row row;
+        const QString extensions = row.text("extensions");
         for (const bool isNew : {true, false}) {
             setSystemVersion(QVersionNumber(isNew ? 14 : 13, 0));
             const auto recording = call(options(extensions, isNew));
@@ -145,9 +144,8 @@ private slots:
             QStringList identifiers;
             for (const UTType type : shown->contentTypes())
                 identifiers.append(type.identifier());
-            const bool isOther = !isNew && row.contains(u"typesBefore14"_s);
-            QCOMPARE(identifiers.join(u' '),
-                     row[isOther ? u"typesBefore14"_s : u"types"_s].toString());
+            const bool isOther = !isNew && row["typesBefore14"].isString();
+            QCOMPARE(identifiers.join(u' '), row.text(isOther ? "typesBefore14" : "types"));
             QCOMPARE(plugin->property("allowExtensionArr").toStringList(),
                      extensions.split(u',', Qt::SkipEmptyParts));
             shown->cancel();
@@ -213,17 +211,16 @@ private slots:
         QCOMPARE(picked(text, {}).keys(), url);
     }
 
-    void copies_data() { addDataRows(u"plugin/file_picker.json"_s); }
+    void copies_data() { addRows({"plugin/file_picker.json"}); }
     void copies()
     {
-        QFETCH(QVariantMap, row);
-        const QString name = row[u"before"_s].toString() +
-                             row[u"begins"_s].toString().repeated(row[u"times"_s].toInt()) +
-                             row[u"file"_s].toString();
+        const Row row;
+        const QString name = row.text("before") + row.text("begins").repeated(row.number("times")) +
+                             row.text("file");
         const QString path = document(name, "named");
-        if (row.contains(u"directory"_s))
-            QVERIFY(!setTemporaryDirectory(root->filePath(row[u"directory"_s].toString())));
-        setSystemVersion(QVersionNumber(row.value(u"system"_s, 18).toInt(), 0));
+        if (row["directory"].isString())
+            QVERIFY(!setTemporaryDirectory(root->filePath(row.text("directory"))));
+        setSystemVersion(QVersionNumber(row["system"].toInt(18), 0));
         for (const bool withHost : {true, false}) {
             const QString address = addressOf(path, withHost);
             if (withHost)
@@ -250,15 +247,15 @@ private slots:
         QVERIFY(addressOf(document(fits)).endsWith(u'/' + fits));
     }
 
-    void failsToCopy_data() { addDataRows(u"plugin/file_picker.json"_s); }
+    void failsToCopy_data() { addRows({"plugin/file_picker.json"}); }
     void failsToCopy()
     {
-        QFETCH(QVariantMap, row);
+        const Row row;
         document(u"Download"_s);
         const QString folder = root->filePath(u"documents"_s);
         ::mkfifo(QFile::encodeName(folder + u"/pipe"_s).constData(), 0600);
         QFile::link(folder + u"/nothing"_s, folder + u"/dangling"_s);
-        const QString path = row[u"path"_s].toString().replace(u"{in}"_s, folder);
+        const QString path = row.text("path").replace(u"{in}"_s, folder);
         const QStringList notFound{u"error FILE_NOT_FOUND"_s};
         for (const int type : {0, 1})
             QCOMPARE(pick(urls({path}), type)->replies(), notFound);

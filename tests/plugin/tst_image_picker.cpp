@@ -12,10 +12,9 @@
 #include "plugin/plugin_on_screen.h"
 #include "plugin/zelkam_mobile_single_image_picker.h"
 #include "support/captured_output.h"
-#include "support/data_rows.h"
+#include "support/data_table.h"
 
 #include <QStandardPaths>
-#include <limits>
 
 using namespace zelkam;
 using namespace zelkam::test;
@@ -118,16 +117,16 @@ private slots:
     }
     void cleanup() { end(); }
 
-    void whichScreenOpens_data() { addDataRows(u"plugin/image_picker.json"_s); }
+    void whichScreenOpens_data() { addRows({"plugin/image_picker.json"}); }
     void whichScreenOpens()
     {
-        QFETCH(QVariantMap, row);
-        const auto recording = call(row[u"options"_s].toMap());
-        if (row[u"several"_s].toBool()) {
+        const Row row;
+        const auto recording = call(row.map("options"));
+        if (row.is("several")) {
             const auto picker = shown<ImageGridPickerController>();
             QVERIFY(picker);
-            QCOMPARE(picker->takePhotos, row[u"camera"_s].toBool());
-            QCOMPARE(picker->maxNumberOfSelections, row[u"limit"_s].toLongLong());
+            QCOMPARE(picker->takePhotos, row.is("camera"));
+            QCOMPARE(picker->maxNumberOfSelections, row.number("limit"));
             picker->accept(); // of nothing, which only a cancel ends
             QTest::qWait(10);
             QCOMPARE(recording->replies(), QStringList());
@@ -137,7 +136,7 @@ private slots:
         } else {
             const auto screen = shown<ZelkamMobileSingleImagePicker>();
             QVERIFY(screen);
-            QCOMPARE(screen->imagePicker->cameraView() != nullptr, row[u"camera"_s].toBool());
+            QCOMPARE(screen->imagePicker->cameraView() != nullptr, row.is("camera"));
             QCOMPARE(plugin->currentImagePicker(), screen);
             // Esc reaches the screen, which has no say in it.
             QTest::keyClick(window.get(), Qt::Key_Escape);
@@ -236,19 +235,18 @@ private slots:
         QVERIFY(allGone());
     }
 
-    void whatComesOfSeveral_data() { addDataRows(u"plugin/image_picker.json"_s); }
+    void whatComesOfSeveral_data() { addRows({"plugin/image_picker.json"}); }
     void whatComesOfSeveral()
     {
-        QFETCH(QVariantMap, row);
+        const Row row;
         QStringList paths;
-        for (const QString &name : row[u"files"_s].toStringList())
+        for (const QString &name : row.texts("files"))
             paths.append(picture(name));
-        const int images = row[u"images"_s].toInt();
-        QStringList replies(row[u"errors"_s].toInt(), u"error 2042: File picker error."_s);
+        const int images = row.number("images");
+        QStringList replies(row.number("errors"), u"error 2042: File picker error."_s);
         if (images > 0)
             replies.append(data);
-        const auto recording =
-            pick(paths, several({{u"maxcount"_s, row[u"maxcount"_s]}}), replies.size());
+        const auto recording = pick(paths, several(row.map("options")), replies.size());
         QCOMPARE(recording->replies(), replies);
         const QVariant result = recording->data().value(0);
         QCOMPARE(images == 1 ? qsizetype(result.toMap().size()) : result.toList().size(), images);
@@ -277,22 +275,22 @@ private slots:
 
     void imagesAreConvertedAsAsked_data()
     {
-        addDataRows(u"plugin/image_picker.json"_s);
-        const double infinite = std::numeric_limits<double>::infinity();
-        QTest::newRow("no number") << QVariantMap{{u"resizeWidth"_s, qQNaN()},
-                                                  {u"resizeHeight"_s, 10},
-                                                  {u"size"_s, QVariantList{96, 64}}};
-        QTest::newRow("endless") << QVariantMap{{u"resizeWidth"_s, infinite},
-                                                {u"resizeHeight"_s, 10}};
+        addRows({"plugin/image_picker.json"});
+        const auto row = [](const char *name, double width, const QJsonArray &size) {
+            const QJsonObject options{{u"resizeWidth"_s, width}, {u"resizeHeight"_s, 10}};
+            QTest::newRow(name) << QJsonObject{{u"options"_s, options}, {u"size"_s, size}};
+        };
+        row("no number", qQNaN(), {96, 64});
+        row("endless", qInf(), {});
     }
     void imagesAreConvertedAsAsked()
     {
-        QFETCH(QVariantMap, row);
+        const Row row;
         const QImage image = corners({96, 64});
-        const QString name = row.value(u"file"_s, u"a.jpg"_s).toString();
+        const QString name = row["file"].toString(u"a.jpg"_s);
         const QString path = picture(name, image);
-        const auto recording = pick({path}, several(row));
-        const QVariantList edges = row[u"size"_s].toList();
+        const auto recording = pick({path}, several(row.map("options")));
+        const QJsonArray edges = row["size"].toArray();
         if (edges.isEmpty()) {
             QCOMPARE(recording->replies(), {u"error 2042: File picker error."_s});
             return;
@@ -300,9 +298,9 @@ private slots:
         QCOMPARE(recording->replies(), {data});
         const QVariant url = imageOf(*recording);
         const bool isPng = name.contains(u"png");
-        const int quality = row.value(u"quality"_s, 100).toInt();
+        const int quality = row["quality"].toInt(100);
         const QImage result = fromDataUrl(url, isPng ? "image/png" : "image/jpeg");
-        const QSize size(edges.first().toInt(), edges.last().toInt());
+        const QSize size(edges[0].toInt(), edges[1].toInt());
         QCOMPARE(result.size(), size);
         if (size.width() < 2)
             return;

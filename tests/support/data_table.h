@@ -47,6 +47,7 @@ public:
     /// Each character of the text is the byte of its number.
     QByteArray bytes(const char *key) const { return text(key).toLatin1(); }
     QStringList texts(const char *key) const { return (*this)[key].toVariant().toStringList(); }
+    QVariantMap map(const char *key) const { return (*this)[key].toObject().toVariantMap(); }
     int number(const char *key) const { return (*this)[key].toInt(); }
     bool is(const char *key) const { return (*this)[key].toBool(); }
 
