@@ -3,11 +3,10 @@
 #include "platform/ui/ui_activity_view_controller.h"
 #include "platform/ui/ui_device.h"
 #include "platform/ui/ui_navigation_bar.h"
-#include "platform/ui/ui_window.h"
 #include "preview/preview_data_source.h"
 #include "preview/zelkam_mobile_contents_pre_view_vc.h"
+#include "support/screen_test.h"
 
-#include <QAbstractButton>
 #include <QPlainTextEdit>
 #include <QScrollBar>
 #include <QTemporaryDir>
@@ -16,14 +15,12 @@
 using namespace zelkam;
 using namespace Qt::StringLiterals;
 
-class TestPreviewScreen : public QObject
+class TestPreviewScreen : public ScreenTest
 {
     Q_OBJECT
 
 private:
     QTemporaryDir folder;
-    std::unique_ptr<UIWindow> window;
-    std::shared_ptr<UIViewController> root;
     std::shared_ptr<ZelkamMobileContentsPreViewVC> screen;
 
     void present(const std::optional<URL> &file, bool share)
@@ -33,15 +30,13 @@ private:
         screen->modalPresentationStyle = UIModalPresentationStyle::overFullScreen;
         screen->filePath = file;
         screen->shareOpt = share;
-        bool shown = false;
-        root->present(screen, true, [&shown] { shown = true; });
-        QTRY_VERIFY(shown);
+        show(screen);
     }
     URL file(const QString &name)
     {
         QFile written(folder.filePath(name));
         if (written.open(QIODevice::WriteOnly))
-            written.write("Some text.\n");
+            written.write(QByteArray("A line.\n").repeated(500));
         return URL::fromFilePath(written.fileName());
     }
     QList<UINavigationBar *> bars() { return screen->view()->findChildren<UINavigationBar *>(); }
@@ -49,18 +44,13 @@ private:
 private slots:
     void init()
     {
-        window = std::make_unique<UIWindow>();
-        window->resize(390, 844);
+        openWindow();
         window->setSafeAreaInsets(QMargins(0, 40, 0, 20));
-        root = std::make_shared<UIViewController>();
-        window->setRootViewController(root);
-        window->makeKeyAndVisible();
     }
     void cleanup()
     {
         screen.reset();
-        root.reset();
-        window.reset();
+        closeWindow();
         UIDevice::current().setUserInterfaceIdiom(UIUserInterfaceIdiom::phone);
     }
 
@@ -82,15 +72,11 @@ private slots:
 
     void comesUpPaintedAndTakesKeysAtOnce()
     {
-        QFile text(folder.filePath(u"long.txt"_s));
-        QVERIFY(text.open(QIODevice::WriteOnly));
-        text.write(QByteArray("A line.\n").repeated(500));
-        text.close();
         screen = std::make_shared<ZelkamMobileContentsPreViewVC>();
         screen->modalPresentationStyle = UIModalPresentationStyle::overFullScreen;
-        screen->filePath = URL::fromFilePath(text.fileName());
+        screen->filePath = file(u"long.txt"_s);
         screen->shareOpt = true;
-        root->present(screen, true);
+        page->present(screen, true);
         const auto bar = [this] { return screen->view()->grab({0, 40, 390, 44}).toImage(); };
         const QImage first = bar();
         QVERIFY(bars().isEmpty() && screen->children().isEmpty());
@@ -122,7 +108,7 @@ private slots:
     {
         present(file(u"a.txt"_s), false);
         bars().first()->topItem()->leftBarButtonItem->perform();
-        QTRY_VERIFY(!root->presentedViewController());
+        QTRY_VERIFY(!page->presentedViewController());
         screen->onTapDone(nullptr); // nothing presents it any more
     }
 
@@ -145,17 +131,13 @@ private slots:
         const auto sheet =
             std::dynamic_pointer_cast<UIActivityViewController>(screen->presentedViewController());
         QVERIFY(sheet);
-        const auto rows = sheet->view()->findChildren<QAbstractButton *>();
-        QVERIFY(std::any_of(rows.begin(), rows.end(), [](const QAbstractButton *row) {
-            return row->text() == u"Copy File" && row->isEnabled(); // there is something to share
-        }));
+        QVERIFY(button(u"Copy File"_s)->isEnabled()); // there is something to share
         auto *popover = sheet->popoverPresentationController();
         QCOMPARE(popover != nullptr, tablet);
         if (popover)
             QCOMPARE(popover->sourceItem(), share.get());
-        bool closed = false;
-        screen->dismiss(true, [&closed] { closed = true; });
-        QTRY_VERIFY(closed);
+        screen->dismiss(true);
+        QTRY_VERIFY(!screen->presentedViewController());
     }
 
     void aSecondAppearanceBuildsASecondPreview()
