@@ -3,7 +3,6 @@
 #include "platform/ui/ui_activity_view_controller.h"
 #include "platform/ui/ui_device.h"
 #include "platform/ui/ui_navigation_bar.h"
-#include "preview/preview_data_source.h"
 #include "preview/zelkam_mobile_contents_pre_view_vc.h"
 #include "support/screen_test.h"
 
@@ -23,13 +22,17 @@ private:
     QTemporaryDir folder;
     std::shared_ptr<ZelkamMobileContentsPreViewVC> screen;
 
-    void present(const std::optional<URL> &file, bool share)
+    void make(const std::optional<URL> &file, bool share)
     {
         screen = std::make_shared<ZelkamMobileContentsPreViewVC>(NSCoder());
         QVERIFY(!screen->filePath && !screen->shareOpt && !screen->pluginObj.get());
         screen->modalPresentationStyle = UIModalPresentationStyle::overFullScreen;
         screen->filePath = file;
         screen->shareOpt = share;
+    }
+    void present(const std::optional<URL> &file, bool share)
+    {
+        make(file, share);
         show(screen);
     }
     URL file(const QString &name)
@@ -72,10 +75,7 @@ private slots:
 
     void comesUpPaintedAndTakesKeysAtOnce()
     {
-        screen = std::make_shared<ZelkamMobileContentsPreViewVC>();
-        screen->modalPresentationStyle = UIModalPresentationStyle::overFullScreen;
-        screen->filePath = file(u"long.txt"_s);
-        screen->shareOpt = true;
+        make(file(u"long.txt"_s), true);
         page->present(screen, true);
         const auto bar = [this] { return screen->view()->grab({0, 40, 390, 44}).toImage(); };
         const QImage first = bar();
@@ -154,15 +154,6 @@ private slots:
         present(std::nullopt, true);
         QVERIFY(bars().isEmpty());
         QVERIFY(screen->children().isEmpty());
-    }
-
-    void offersTheOneItemWhateverTheIndex()
-    {
-        const auto item = std::make_shared<PreviewItem>(URL::fromFilePath(u"/a"_s), u"A"_s);
-        PreviewDataSource source(item);
-        QCOMPARE(source.numberOfPreviewItems(nullptr), 1);
-        QCOMPARE(source.previewController(nullptr, 7), item);
-        QCOMPARE(item->previewItemTitle(), u"A"_s);
     }
 };
 
