@@ -1,164 +1,167 @@
 #include "host_process.h"
+#include "support/data_table.h"
 #include "support/http_test_server.h"
 
-#include <QJsonArray>
-#include <QJsonObject>
-#include <QtTest>
+#include <QDir>
 
+using namespace zelkam::test;
 using namespace Qt::StringLiterals;
 
-namespace {
-
-/// Which of these a document can read: a file, a picture, and the session that calls are made with.
-const QString whatItReaches = uR"(
-const requested = address => new Promise(done => {
-  const request = new XMLHttpRequest();
-  request.onloadend = () => done(request.response !== '');
-  request.open('GET', address);
-  request.send();
-});
-const shown = address => new Promise(done => {
-  const image = new Image();
-  image.onload = () => done(true);
-  image.onerror = () => done(false);
-  image.src = address;
-});
-return Promise.all([requested('zelkam://container/Download/a.txt'),
-  shown('zelkam://container/Download/a.svg'), requested('zelkam://bridge/session')]);
-)"_s;
-
-} // namespace
-
-/// What the page interface itself promises, whatever the command.
+/// A page in a real web view calls the application and downloads; one host for most cases.
 class TestPageCalls : public QObject
 {
     Q_OBJECT
 
 private:
     HttpTestServer server;
-    HttpTestServer elsewhere;
+    HostProcess host;
 
+    /// A header of the last request for an address.
+    QByteArray sent(const QByteArray &target, const char *header)
+    {
+        QByteArray value;
+        const auto requests = server.requests();
+        for (const auto &request : requests) {
+            if (request.target == target)
+                value = request.header(header);
+        }
+        return value;
+    }
     static QString statusOf(const QJsonValue &result)
     {
-        return result.toObject().value(u"rejected"_s).toObject().value(u"status"_s).toString();
+        return result[u"rejected"][u"status"].toString();
     }
 
 private slots:
     void initTestCase()
     {
-        const auto html = [](const QByteArray &body) {
-            return HttpTestServer::answer(body, "Content-Type: text/html\r\n");
-        };
-        server.on("/page", html("<!doctype html><title>Page</title>"));
+        const QByteArray page = dataFile(u"e2e/page.html"_s);
+        server.on("/page", HttpTestServer::html(page, "Set-Cookie: web=1; HttpOnly\r\n"));
         server.on("/a.txt", HttpTestServer::answer("hello"));
         server.on("/a.svg", HttpTestServer::answer("<svg xmlns='http://www.w3.org/2000/svg' "
                                                    "width='1' height='1'/>"));
-        elsewhere.on("/page", html("<!doctype html><title>Elsewhere</title>"));
+        QVERIFY(
+            host.start(server.url(u"/page"_s), {u"--screenshots"_s, host.screenshotsDirectory()}));
     }
 
-    void refusesGarbage_data()
-    {
-        QTest::addColumn<QString>("call");
-        QTest::addColumn<QString>("status");
-        const QString invalid = u"INVALID_PARAM"_s;
-        const auto row = [](const char *name, const QString &call, const QString &status) {
-            QTest::newRow(name) << call << status;
-        };
-        row("no arguments", u"exec('fileDownload')"_s, invalid);
-        row("a number for arguments", u"exec('fileDownload', 5)"_s, invalid);
-        row("a list for arguments", u"exec('fileDownload', [1])"_s, invalid);
-        row("null for arguments", u"exec('fileDownload', null)"_s, invalid);
-        row("arguments that hold themselves",
-            u"exec('fileDownload', (() => { const a = {}; a.a = a; return a })())"_s, invalid);
-        row("a property that throws",
-            u"exec('fileDownload', {get url() { throw new Error('x') }})"_s, invalid);
-        row("nesting a thousand times too deep",
-            u"exec('fileDownload', (() => { let a = {}; for (let i = 0; i < 1e5; ++i) a = {a};"
-            " return a })())"_s,
-            invalid);
-        row("nesting a little too deep",
-            u"exec('fileDownload', (() => { let a = {}; for (let i = 0; i < 2000; ++i) a = {a};"
-            " return a })())"_s,
-            invalid);
-        row("an address of ten megabytes that is none",
-            u"exec('fileDownload', {url: '%'.repeat(1e7)})"_s, invalid);
-        row("keys with odd characters",
-            u"exec('fileDownload', {'\\u0000': 1, '__proto__ ': 2, '\\ud800': 3, '': 4})"_s,
-            invalid);
-        row("a command that is none", u"exec('deleteLater', {})"_s, u"COMMAND_NOT_FOUND"_s);
-        row("a command of another type", u"exec({}, {})"_s, u"COMMAND_NOT_FOUND"_s);
-        row("a property for a command", u"exec('currentCallBack', {})"_s, u"COMMAND_NOT_FOUND"_s);
-    }
+    void refusesGarbage_data() { addRows({"e2e/page_calls.json"}); }
     void refusesGarbage()
     {
-        static HostProcess *host = nullptr; // one for all rows
-        if (!host) {
-            host = new HostProcess;
-            host->setParent(this);
-            QVERIFY(host->start(server.url(u"/page"_s)));
-        }
-        QFETCH(QString, call);
-        const auto result = host->run(u"return await ZelkamMobile."_s + call);
-        QTEST(statusOf(result), "status");
-        QCOMPARE(host->run(u"return await ZelkamMobile.exec('fileDownload',"
-                           " {url: 'a.txt', open: false}) ?? 'done'"_s),
+        const Row row;
+        QCOMPARE(statusOf(host.run(u"return await ZelkamMobile."_s + row.text("call"))),
+                 row.text("status"));
+        QCOMPARE(host.run(u"return download()"_s), u"done"_s);
+    }
+
+    void repliesToWhatScriptCanHold_data() { addRows({"e2e/page_calls.json"}); }
+    void repliesToWhatScriptCanHold()
+    {
+        const Row row;
+        const QJsonArray expected = row["replies"].toArray();
+        QCOMPARE(
+            host.run(u"return replies(%1, %2)"_s.arg(row.text("arguments")).arg(expected.size())),
+            expected);
+        QCOMPARE(host.run(u"return download()"_s), u"done"_s);
+    }
+
+    void sendsWhatThePageSays()
+    {
+        host.run(u"return replies({url: 'a.txt?json', requestType: 'POST',"
+                 " httpHeaders: {'X-Own': 'yes'}, data: {a: [1, 2.5, null, true], b: 10n,"
+                 " c: 'ü'}})"_s);
+        QCOMPARE(server.requests().last().body, "{\"a\":[1,2.5,null,true],\"b\":10,\"c\":\"ü\"}");
+        QCOMPARE(sent("/a.txt?json", "X-Own"), "yes");
+    }
+
+    void carriesCookiesBothWays()
+    {
+        host.run(u"document.cookie = 'script=2'; return download('a.txt?cookies')"_s);
+        const QByteArray first = sent("/a.txt?cookies", "Cookie");
+        QVERIFY2(first.contains("web=1") && first.contains("script=2"), first.constData());
+
+        server.on("/set",
+                  HttpTestServer::answer("x", "Set-Cookie: got=3; Path=/\r\n"
+                                              "Set-Cookie: hidden=4; Path=/; HttpOnly\r\n"
+                                              "Set-Cookie: JSESSIONID=foreign; Path=/\r\n"
+                                              "Set-Cookie: named=5; Path=/; Domain=127.0.0.1\r\n"));
+        HttpTestServer other;
+        other.on("/x", HttpTestServer::answer("x", "Set-Cookie: planted=1; Domain=127.0.0.1\r\n"
+                                                   "Set-Cookie: its=1\r\n"));
+        QCOMPARE(host.run(u"return download('%1')"_s.arg(other.url(u"/x"_s, u"localhost"_s))),
                  u"done"_s);
+        QCOMPARE(host.run(u"return download('set')"_s), u"done"_s);
+        QTRY_VERIFY(host.run(u"return document.cookie"_s).toString().contains(u"got=3"_s));
+        const QString seen = host.run(u"return document.cookie"_s).toString();
+        QVERIFY2(seen.contains(u"named=5"_s), qPrintable(seen));
+        for (const QString &unseen : {u"hidden"_s, u"JSESSIONID"_s, u"planted"_s, u"its"_s})
+            QVERIFY2(!seen.contains(unseen), qPrintable(seen));
+        host.run(u"await fetch('/a.txt?web'); return download('a.txt?store')"_s);
+        QVERIFY(sent("/a.txt?web", "Cookie").contains("hidden=4"));
+        QVERIFY(sent("/a.txt?store", "Cookie").contains("planted=1"));
+    }
+
+    void aSecondCallTakesOverTheFirst()
+    {
+        server.on("/slow", [](const auto &, auto &connection) {
+            connection.pause(std::chrono::milliseconds(400));
+            connection.send(HttpTestServer::answer("slow"));
+        });
+        const auto result = host.run(u"const first = download('slow').catch(e => e.status);"
+                                     "const second = replies({url: 'a.txt'}, 2);"
+                                     "return [await first, await second]"_s);
+        QCOMPARE(result, (QJsonArray{u"NO_REPLY"_s, QJsonArray{u"success"_s, u"success"_s}}));
+    }
+
+    void picturesAreTakenOfAScreenThatComes()
+    {
+        QCOMPARE(host.run(u"return replies({url: 'a.txt', open: true, notify: true})"_s),
+                 QJsonArray{u"success"_s});
+        QTRY_VERIFY(!QDir(host.screenshotsDirectory()).entryList({u"*screen*.png"_s}).isEmpty());
     }
 
     void onlyAPageOfAnAllowedOriginIsHeard()
     {
-        HostProcess host;
-        QVERIFY(
-            host.start(elsewhere.url(u"/page"_s), {u"--real-server-url"_s, server.url(QString())}));
-        // The page that the host was started with is its own; a page it leads to is not.
-        for (const QString &name : {u"a.txt"_s, u"a.svg"_s})
-            QCOMPARE(host.run(u"return await ZelkamMobile.exec('fileDownload',"
-                              " {url: '%1', open: false}) ?? 'done'"_s.arg(name)),
-                     u"done"_s);
-        QCOMPARE(host.run(whatItReaches), (QJsonArray{true, true, true}));
+        const QByteArray page = HttpTestServer::html(dataFile(u"e2e/page.html"_s));
+        HttpTestServer elsewhere;
+        elsewhere.on("/page", page);
         HttpTestServer third;
-        third.on("/page", HttpTestServer::answer("<!doctype html>", "Content-Type: text/html\r\n"));
+        third.on("/page", page);
+        HostProcess own;
+        QVERIFY(
+            own.start(elsewhere.url(u"/page"_s), {u"--real-server-url"_s, server.url(QString())}));
+        // The page that the host was started with is its own; a page it leads to is not.
+        QCOMPARE(own.run(u"return await download('a.txt') + await download('a.svg')"_s),
+                 u"donedone"_s);
+        QCOMPARE(own.run(u"return reached()"_s), (QJsonArray{true, true, true}));
         const auto before = server.requests().size();
-        host.run(u"location.href = '%1'"_s.arg(third.url(u"/page"_s)));
-        QTRY_COMPARE_WITH_TIMEOUT(host.run(u"return location.port"_s).toString(),
-                                  QString::number(third.port()), 10000);
-        QCOMPARE(statusOf(host.run(u"return await ZelkamMobile.exec('fileDownload',"
-                                   " {url: '%1', open: false})"_s.arg(server.url(u"/a.txt"_s)))),
+        own.run(u"location.href = '%1'"_s.arg(third.url(u"/page"_s)));
+        QTRY_COMPARE_WITH_TIMEOUT(
+            own.run(u"return location.port + document.readyState"_s).toString(),
+            QString::number(third.port()) + u"complete"_s, 10000);
+        QCOMPARE(statusOf(own.run(u"return download('%1')"_s.arg(server.url(u"/a.txt"_s)))),
                  u"ORIGIN_NOT_ALLOWED"_s);
-        QCOMPARE(host.run(whatItReaches), (QJsonArray{false, false, false}));
+        QCOMPARE(own.run(u"return reached()"_s), (QJsonArray{false, false, false}));
         QCOMPARE(server.requests().size(), before);
     }
 
     void aReloadAmidManyCallsLeavesNothingBehind()
     {
-        HostProcess host;
-        QVERIFY(host.start(server.url(u"/page"_s)));
+        HostProcess own;
+        QVERIFY(own.start(server.url(u"/page"_s)));
         // What the host sends to the document that goes reaches the one that comes.
         for (int round = 0; round < 3; ++round) {
-            host.run(
-                u"window.goes = true; for (let i = 0; i < 50; ++i)"
-                " ZelkamMobile.exec('fileDownload', {url: 'a.txt', open: false}).catch(() => {});"
-                " location.reload()"_s);
-            QTRY_COMPARE_WITH_TIMEOUT(host.run(u"return !window.goes && document.readyState"_s),
+            own.run(u"window.goes = true; for (let i = 0; i < 50; ++i) download().catch(() => {});"
+                    " location.reload()"_s);
+            QTRY_COMPARE_WITH_TIMEOUT(own.run(u"return !window.goes && document.readyState"_s),
                                       u"complete"_s, 10000);
-            QCOMPARE(host.run(u"return await ZelkamMobile.exec('fileDownload',"
-                              " {url: 'a.txt', open: false}) ?? 'done'"_s),
-                     u"done"_s);
+            QCOMPARE(own.run(u"return download()"_s), u"done"_s);
         }
-        host.run(u"console.log('the end')"_s);
-        QVERIFY(host.waitForOutput(u"page: the end"_s));
-        QCOMPARE(host.output().filter(u"page: "_s), QStringList{u"page: the end"_s});
-    }
-
-    void showsThePagesConsoleAndEndsWithThePage()
-    {
-        HostProcess host;
-        QVERIFY(host.start(server.url(u"/page"_s)));
-        host.run(u"console.log('one\\ntwo')"_s);
-        QVERIFY(host.waitForOutput(u"page: one"_s));
-        QVERIFY(host.waitForOutput(u"page: two"_s));
-        host.run(u"setTimeout(() => window.close(), 50)"_s);
-        QCOMPARE(host.waitForEnd(), 0);
+        own.run(u"console.log('one\\nthe end')"_s);
+        QVERIFY(own.waitForOutput(u"page: the end"_s));
+        QCOMPARE(own.output().filter(u"page: "_s),
+                 QStringList({u"page: one"_s, u"page: the end"_s}));
+        own.run(u"setTimeout(() => window.close(), 50)"_s);
+        QCOMPARE(own.waitForEnd(), 0);
     }
 };
 

@@ -94,6 +94,11 @@ QByteArray HttpTestServer::answer(const QByteArray &body, const QByteArray &head
            headerLines + "\r\n" + body;
 }
 
+QByteArray HttpTestServer::html(const QByteArray &page, const QByteArray &headerLines)
+{
+    return answer(page, "Content-Type: text/html\r\n" + headerLines);
+}
+
 QByteArray HttpTestServer::redirect(const QByteArray &status, const QString &location,
                                     const QByteArray &headerLines)
 {

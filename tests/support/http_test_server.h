@@ -68,6 +68,8 @@ public:
     /// A well-formed answer with a Content-Length. Header lines end with "\r\n".
     static QByteArray answer(const QByteArray &body, const QByteArray &headerLines = {},
                              const QByteArray &status = "200 OK");
+    /// A page.
+    static QByteArray html(const QByteArray &page, const QByteArray &headerLines = {});
     /// A redirect without a body.
     static QByteArray redirect(const QByteArray &status, const QString &location,
                                const QByteArray &headerLines = {});
