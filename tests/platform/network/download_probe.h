@@ -9,6 +9,12 @@
 #include <memory>
 #include <sys/stat.h>
 
+/// The name of an error's code; empty where there is none.
+inline QString nameOf(const std::optional<zelkam::URLError> &error)
+{
+    return error ? error->debugDescription().section(u' ', 0, 0).section(u'.', 1) : QString();
+}
+
 /// What a completion handler was given, and what it saw of the file while it ran.
 struct Outcome
 {
@@ -20,11 +26,7 @@ struct Outcome
     std::optional<zelkam::URLError> error;
 
     int status() const { return response ? response->statusCode() : 0; }
-    /// The name of the error's code; empty where there is none.
-    QString failure() const
-    {
-        return error ? error->debugDescription().section(u' ', 0, 0).section(u'.', 1) : QString();
-    }
+    QString failure() const { return nameOf(error); }
 };
 
 /// A download whose end can be waited for. Its session is let go at once.
