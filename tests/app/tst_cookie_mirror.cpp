@@ -1,4 +1,5 @@
 #include "app/cookie_mirror.h"
+#include "support/data_table.h"
 
 #include <QApplication>
 #include <QWebEngineCookieStore>
@@ -7,6 +8,7 @@
 #include <QtTest>
 
 using namespace zelkam;
+using namespace zelkam::test;
 using namespace Qt::StringLiterals;
 
 /// A real web view's cookies beside a store. "view" rows speak for a page of https://h.example.
@@ -49,62 +51,10 @@ class TestCookieMirror : public QObject
     }
 
 private slots:
-    void keepsBothInStep_data()
-    {
-        QTest::addColumn<QStringList>("steps"); // those that end with "&" wait for nothing
-        QTest::addColumn<QStringList>("inView");
-        QTest::addColumn<QStringList>("inStore");
-        const auto row = [](const char *title, const QStringList &steps, const QStringList &inView,
-                            const QStringList &inStore) {
-            QTest::newRow(title) << steps << inView << inStore;
-        };
-        const auto both = [&](const char *title, const QStringList &steps, const QStringList &is) {
-            row(title, steps, is, is);
-        };
-        const QString secure = u"a=1; secure; HttpOnly; domain=h.example; path=/"_s;
-        const QString guarded = u"view a=1; Secure; HttpOnly; Path=/"_s;
-        both("everything of a cookie goes to the store", {guarded}, {secure});
-        both("and to the view", {u"https://h.example/ a=1; Secure; HttpOnly"_s}, {secure});
-        both("a cookie deleted in the page leaves the store",
-             {u"view a=1; Path=/"_s, u"view a=; Max-Age=0; Path=/"_s}, {});
-        both("a host's own cookie stays its own", {u"https://h.example/ a=1"_s},
-             {u"a=1; domain=h.example; path=/"_s});
-        both("one for the hosts below too", {u"https://x.h.example/ a=1; Domain=h.example"_s},
-             {u"a=1; domain=.h.example; path=/"_s});
-        row("somebody else's stays out", {u"https://x.example/ a=1; Domain=h.example"_s}, {},
-            {u"a=1; domain=.h.example; path=/"_s});
-        row("and changes none that is there",
-            {u"view a=1; Domain=h.example; Path=/"_s, u"https://x.example/ a=2; Domain=h.example"_s,
-             u"https://x.example/ a=; Domain=h.example; Max-Age=0"_s},
-            {u"a=1; domain=.h.example; path=/"_s}, {u"a=1; domain=.h.example; path=/"_s});
-        both("http replaces no secure cookie", {guarded, u"http://h.example/ a=2"_s}, {secure});
-        both("nor one that the store was not told of", {guarded + u'&', u"http://h.example/ a=2"_s},
-             {secure});
-        both("and hides none", {guarded, u"http://x.h.example/ a=2; Domain=h.example"_s}, {secure});
-        both("and deletes none that has just become secure",
-             {u"https://h.example/ a=0"_s, guarded + u'&', u"http://h.example/ a=; Max-Age=0"_s},
-             {secure});
-        both("and deletes none", {guarded, u"http://h.example/ a=; Max-Age=0"_s}, {secure});
-        both("and sets none", {u"http://h.example/ a=1; Secure"_s}, {});
-        both("https replaces a secure cookie", {guarded, u"https://h.example/ a=2"_s},
-             {u"a=2; domain=h.example; path=/"_s});
-        both("loopback needs no https",
-             {u"http://x.localhost/ a=1; Secure"_s, u"http://127.0.0.1/ a=1; Secure"_s},
-             {u"a=1; secure; domain=127.0.0.1; path=/"_s,
-              u"a=1; secure; domain=x.localhost; path=/"_s});
-        both("a name that the view writes in punycode",
-             {u"http://x.b\u00FCcher.de/ a=1; Domain=b\u00FCcher.de"_s},
-             {u"a=1; domain=.xn--bcher-kva.de; path=/"_s});
-        row("an address that the view puts in brackets", {u"http://[::1]/ a=1"_s},
-            {u"a=1; domain=; path=/"_s}, {u"a=1; domain=[::1]; path=/"_s});
-        row("only the view goes by SameSite, and takes None from secure cookies only",
-            {u"https://h.example/ a=1; SameSite=None"_s}, {},
-            {u"a=1; SameSite=None; domain=h.example; path=/"_s});
-    }
-
+    void keepsBothInStep_data() { addRows({"app/cookie_mirror.json"}); }
     void keepsBothInStep()
     {
-        QFETCH(const QStringList, steps);
+        const Row row;
         QWebEngineProfile profile;
         QWebEnginePage page(&profile); // before the first page is loaded, the store does nothing
         QSignalSpy loaded(&page, &QWebEnginePage::loadFinished);
@@ -120,7 +70,8 @@ private slots:
                 [this](const auto &cookie) { m_view.remove(identity(cookie)); });
         HTTPCookieStorage store;
         CookieMirror mirror(view, store);
-        for (const QString &step : steps) {
+        for (const QString &step : row.texts("steps")) {
+            // One that ends with "&" waits for nothing.
             const bool waits = !step.endsWith(u'&');
             const QString who = step.section(u' ', 0, 0);
             const QString field = (waits ? step : step.chopped(1)).section(u' ', 1);
@@ -134,8 +85,8 @@ private slots:
                 mirror.flush([&] { mirror.flush([&] { isSettled = true; }); });
             QTRY_VERIFY(isSettled);
         }
-        QTEST(texts(), "inView");
-        QTEST(texts(store), "inStore");
+        QCOMPARE(texts(), row.texts("view"));
+        QCOMPARE(texts(store), row.texts("store"));
     }
 };
 
