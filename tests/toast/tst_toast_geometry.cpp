@@ -1,5 +1,7 @@
+#include "support/data_table.h"
 #include "toast/toast_bubble.h"
 #include "toast/toast_label.h"
+
 #include "toast_test_support.h"
 
 #include <QDialog>
@@ -10,9 +12,6 @@
 using namespace zelkam;
 using namespace zelkam::test;
 
-using Text = std::optional<QString>;
-Q_DECLARE_METATYPE(Text)
-
 class ToastGeometryTest : public QObject
 {
     Q_OBJECT
@@ -20,55 +19,49 @@ class ToastGeometryTest : public QObject
 private slots:
     void init() { resetToasts(); }
 
-    void styleHasItsFontsAndClampsFractions()
+    void styleClampsFractions()
     {
         ToastStyle style;
-        QCOMPARE(style.messageFont.pixelSize(), 16);
-        QCOMPARE(style.titleFont.pixelSize(), 16);
         QVERIFY(style.titleFont.bold() && !style.messageFont.bold());
-        const QPair<double, double> cases[] = {{2.0, 1.0}, {-1.0, 0.0}, {0.5, 0.5}};
-        for (const auto &[assigned, stored] : cases) {
-            style.maxWidthPercentage = assigned;
-            style.maxHeightPercentage = assigned;
-            QCOMPARE(double(style.maxWidthPercentage), stored);
-            QCOMPARE(double(style.maxHeightPercentage), stored);
+        for (auto *fraction : {&style.maxWidthPercentage, &style.maxHeightPercentage}) {
+            QCOMPARE(double(*fraction = 2.0), 1.0);
+            QCOMPARE(double(*fraction = -1.0), 0.0);
+            QCOMPARE(double(*fraction = 0.5), 0.5);
+            QVERIFY(std::isnan(*fraction = std::nan("")));
         }
-        style.maxWidthPercentage = std::nan("");
-        QVERIFY(std::isnan(style.maxWidthPercentage));
     }
 
     void centre_data()
     {
         QTest::addColumn<ToastPosition>("position");
-        QTest::addColumn<QMargins>("insets");
-        QTest::addColumn<QPointF>("centre");
-        const QMargins none;
-        const QMargins phone(44, 47, 20, 34);
+        QTest::addColumn<bool>("hasInsets");
         QTest::addColumn<QRect>("inside");
+        QTest::addColumn<QPointF>("centre");
         const QRect whole(0, 0, 400, 800);
-        QTest::newRow("bottom") << ToastPosition::bottom << none << QPointF(200, 765) << whole;
-        QTest::newRow("top") << ToastPosition::top << none << QPointF(200, 35) << whole;
-        QTest::newRow("center") << ToastPosition::center << none << QPointF(200, 400) << whole;
-        QTest::newRow("above the inset")
-            << ToastPosition::bottom << phone << QPointF(200, 731) << whole;
-        QTest::newRow("below the inset")
-            << ToastPosition::top << phone << QPointF(200, 82) << whole;
-        QTest::newRow("a child below half of the inset")
-            << ToastPosition::top << phone << QPointF(180, 58) << QRect(9, 24, 360, 600);
-        QTest::newRow("a child above half of the inset")
-            << ToastPosition::bottom << phone << QPointF(180, 548) << QRect(9, 183, 360, 600);
-        QTest::newRow("a child clear of the insets")
-            << ToastPosition::bottom << phone << QPointF(180, 365) << QRect(9, 60, 360, 400);
-        QTest::newRow("a child that slides in from below")
-            << ToastPosition::bottom << phone << QPointF(200, 731) << whole.translated(0, 700);
+        const auto row = [](const char *name, ToastPosition position, bool hasInsets, QRect inside,
+                            QPointF centre) {
+            QTest::newRow(name) << position << hasInsets << inside << centre;
+        };
+        const auto top = ToastPosition::top;
+        const auto bottom = ToastPosition::bottom;
+        row("bottom", bottom, false, whole, {200, 765});
+        row("top", top, false, whole, {200, 35});
+        row("center", ToastPosition::center, false, whole, {200, 400});
+        row("above the inset", bottom, true, whole, {200, 731});
+        row("below the inset", top, true, whole, {200, 82});
+        row("a child below half of the inset", top, true, {9, 24, 360, 600}, {180, 58});
+        row("a child above half of the inset", bottom, true, {9, 183, 360, 600}, {180, 548});
+        row("a child clear of the insets", bottom, true, {9, 60, 360, 400}, {180, 365});
+        row("a child that slides in", bottom, true, whole.translated(0, 700), {200, 731});
     }
 
     void centre()
     {
         QFETCH(ToastPosition, position);
-        QFETCH(QMargins, insets);
+        QFETCH(bool, hasInsets);
         QFETCH(QRect, inside);
         Host device({400, 800});
+        const QMargins insets = hasInsets ? QMargins(44, 47, 20, 34) : QMargins();
         device.setProperty("safeAreaInsets", QVariant::fromValue(insets));
         QWidget between(&device);
         between.setGeometry(inside.translated(0, -5));
@@ -109,59 +102,27 @@ private slots:
     }
 
     // The host is 375 x 667: a label may be 300 x 533.6, which is 37 letters wide; 27 beside an
-    // image.
-    void geometry_data()
-    {
-        QTest::addColumn<Text>("title");
-        QTest::addColumn<Text>("message");
-        QTest::addColumn<bool>("withImage");
-        QTest::addColumn<QList<QRect>>("children");
-        QTest::addColumn<QSizeF>("bubble");
-        const auto row = [](const char *name, const Text &title, const Text &message,
-                            bool withImage, const QList<QRect> &children, QSizeF bubble) {
-            QTest::newRow(name) << title << message << withImage << children << bubble;
-        };
-        const Text none;
-        const Text hello = u"Hello"_s;
-        const Text done = u"Done"_s;
-        const Text words = u"aaaa aaaa aaaa aaaa aaaa aaaa aaaa aaaa aaaa aaaa aaaa aaaa"_s;
-        const QRect image(10, 10, 80, 80);
-        row("message", none, done, false, {{10, 10, 32, 16}}, {52, 36});
-        row("title and message share the wider width", hello, done, false,
-            {{10, 10, 50, 20}, {10, 40, 50, 16}}, {70, 66});
-        row("image", none, none, true, {image}, {100, 100});
-        row("image and message", none, done, true, {{100, 10, 32, 16}, image}, {142, 100});
-        row("all three", hello, done, true, {{100, 10, 50, 20}, {100, 40, 50, 16}, image},
-            {160, 100});
-        row("title and image: as high as the image", hello, none, true, {{100, 10, 50, 20}, image},
-            {160, 100});
-        row("title alone hangs over", hello, none, false, {{10, 10, 50, 20}}, {70, 20});
-        row("wraps between words", none, words, false, {{10, 10, 272, 32}}, {292, 52});
-        row("wraps beside the image", none, words, true, {{100, 10, 192, 48}, image}, {302, 100});
-        row("a long word breaks", none, QString(40, u'a'), false, {{10, 10, 296, 32}}, {316, 52});
-        row("lines, one of them empty", none, u"ab\n\r\nabc"_s, false, {{10, 10, 24, 48}},
-            {44, 68});
-        row("mark-up is shown", none, u"<b>x</b>"_s, false, {{10, 10, 64, 16}}, {84, 36});
-        row("empty message", none, QString(), false, {{10, 10, 0, 0}}, {20, 20});
-    }
+    // image. A place is [left, top, width, height].
+    void geometry_data() { addRows({"toast/geometry.json"}); }
 
     void geometry()
     {
-        QFETCH(Text, title);
-        QFETCH(Text, message);
-        QFETCH(bool, withImage);
-        QFETCH(QSizeF, bubble);
+        const Row row;
+        const auto textOf = [&row](const char *key) {
+            return row[key].isString() ? std::optional(row.text(key)) : std::nullopt;
+        };
         Host host({375, 667});
         const auto image =
-            withImage ? std::optional(QImage(40, 20, QImage::Format_RGB32)) : std::nullopt;
-        const auto toast =
-            toastViewForMessage(&host, message, title, image, ToastManager::shared().style);
-        QList<QRect> children;
+            row.is("image") ? std::optional(QImage(40, 20, QImage::Format_RGB32)) : std::nullopt;
+        const auto toast = toastViewForMessage(&host, textOf("message"), textOf("title"), image,
+                                               ToastManager::shared().style);
+        QJsonArray children;
         for (const QWidget *child : toast.view->findChildren<QWidget *>())
-            children.append(child->geometry());
-        QCOMPARE(QSizeF(toast.view->size()), bubble);
-        QTEST(children, "children");
-        QTEST(qobject_cast<ToastBubble *>(toast.view.get())->frame().size(), "bubble");
+            children.append(QJsonArray{child->x(), child->y(), child->width(), child->height()});
+        QCOMPARE(children, row["children"].toArray());
+        const QSizeF frame = qobject_cast<ToastBubble *>(toast.view.get())->frame().size();
+        QCOMPARE(QSizeF(toast.view->size()), frame);
+        QCOMPARE((QJsonArray{frame.width(), frame.height()}), row["bubble"].toArray());
     }
 
     void nullImageCountsAsGiven()

@@ -14,6 +14,8 @@ using namespace zelkam::test;
 
 namespace {
 
+constexpr int ratios[] = {1, 2, 3}; // pixels a point
+
 /// A white host that notes what of it is painted.
 class WhiteHost : public Host
 {
@@ -62,69 +64,67 @@ private slots:
         setMotionReduced(true);
     }
 
-    void cornersAreSmooth_data() { addRatios(); }
-
     // Each pixel of the corner is as dark as the share of it that the circle covers.
     void cornersAreSmooth()
     {
-        QFETCH(int, ratio);
         WhiteHost host;
         useBigBubble(Qt::black);
         ToastManager::shared().style.cornerRadius = 24.0;
         host.toast(QString());
-        const QImage image = host.picture(ratio);
         constexpr int samples = 8;
-        for (int y = 0; y < 24 * ratio; ++y) {
-            for (int x = 0; x < 24 * ratio; ++x) {
-                int covered = 0;
-                for (int s = 0; s < samples * samples; ++s) {
-                    const double dx = 24.0 - (x + (s % samples + 0.5) / samples) / ratio;
-                    const double dy = 24.0 - (y + (s / samples + 0.5) / samples) / ratio;
-                    covered += std::hypot(dx, dy) <= 24.0 ? 1 : 0;
+        for (const int ratio : ratios) {
+            const QImage image = host.picture(ratio);
+            for (int y = 0; y < 24 * ratio; ++y) {
+                for (int x = 0; x < 24 * ratio; ++x) {
+                    int covered = 0;
+                    for (int s = 0; s < samples * samples; ++s) {
+                        const double dx = 24.0 - (x + (s % samples + 0.5) / samples) / ratio;
+                        const double dy = 24.0 - (y + (s / samples + 0.5) / samples) / ratio;
+                        covered += std::hypot(dx, dy) <= 24.0 ? 1 : 0;
+                    }
+                    const double expected = 255.0 * (1.0 - covered / double(samples * samples));
+                    const int grey = qGray(image.pixel(100 * ratio + x, 100 * ratio + y));
+                    QVERIFY2(isNear(grey, expected, 32), qPrintable(u"%1, %2"_s.arg(x).arg(y)));
                 }
-                const double expected = 255.0 * (1.0 - covered / double(samples * samples));
-                const int grey = qGray(image.pixel(100 * ratio + x, 100 * ratio + y));
-                QVERIFY2(isNear(grey, expected, 32), qPrintable(u"%1, %2"_s.arg(x).arg(y)));
             }
+            QCOMPARE(at(image, 99, 200), QColor(Qt::white));
+            QCOMPARE(at(image, 100, 200), QColor(Qt::black));
         }
-        QCOMPARE(at(image, 99, 200), QColor(Qt::white));
-        QCOMPARE(at(image, 100, 200), QColor(Qt::black));
     }
 
-    void viewFadesAsAWhole_data() { addRatios(); }
-
+    // The letter is a box from 1 to 7 and 2 to 12 points in its cell, which is at (196, 192).
     void viewFadesAsAWhole()
     {
-        QFETCH(int, ratio);
         WhiteHost host;
         QWidget *toast = host.toast(u"A"_s);
-        // The letter is a box from 1 to 7 and 2 to 12 points in its cell, which is at (196, 192).
-        QImage image = host.picture(ratio);
-        QVERIFY(isNear(at(image, 190, 188).red(), 51, 1));
-        QCOMPARE(at(image, 200, 199).red(), 255);
-        // Half-way: a white letter on a white host stays white, no ground shines through it.
-        ToastEffect::of(toast)->setAlpha(0.5);
-        image = host.picture(ratio);
-        QVERIFY(isNear(at(image, 190, 188).red(), 153, 2));
-        QVERIFY(isNear(at(image, 200, 199).red(), 255, 2));
+        for (const int ratio : ratios) {
+            ToastEffect::of(toast)->setAlpha(1.0);
+            QImage image = host.picture(ratio);
+            QVERIFY(isNear(at(image, 190, 188).red(), 51, 1));
+            QCOMPARE(at(image, 200, 199).red(), 255);
+            // Half-way: a white letter on a white host stays white, no ground shines through it.
+            ToastEffect::of(toast)->setAlpha(0.5);
+            image = host.picture(ratio);
+            QVERIFY(isNear(at(image, 190, 188).red(), 153, 2));
+            QVERIFY(isNear(at(image, 200, 199).red(), 255, 2));
+        }
     }
-
-    void titleIsDrawnBeyondTheBubble_data() { addRatios(); }
 
     // Three letters, each a box from 1 to 9 and 3 to 15 points in its cell; the first cell is at
     // (185, 200). The bubble ends at 210, and its shadow is that of the bubble alone.
     void titleIsDrawnBeyondTheBubble()
     {
-        QFETCH(int, ratio);
         for (const bool shadow : {false, true}) {
             WhiteHost host;
             ToastManager::shared().style.titleColor = Qt::red;
             ToastManager::shared().style.displayShadow = shadow;
             makeToast(&host, {}, 1h, QPointF(200, 200), u"AAA"_s);
-            const QImage image = host.picture(ratio);
-            QCOMPARE(at(image, 190, 206), QColor(Qt::red));
-            QCOMPARE(at(image, 190, 213), QColor(Qt::red));
-            QCOMPARE(at(image, 183, 213) == QColor(Qt::white), !shadow);
+            for (const int ratio : ratios) {
+                const QImage image = host.picture(ratio);
+                QCOMPARE(at(image, 190, 206), QColor(Qt::red));
+                QCOMPARE(at(image, 190, 213), QColor(Qt::red));
+                QCOMPARE(at(image, 183, 213) == QColor(Qt::white), !shadow);
+            }
         }
     }
 
@@ -144,31 +144,30 @@ private slots:
         QCOMPARE(at(image, 188, 223), QColor(Qt::green));
     }
 
-    void shadow_data() { addRatios(); }
-
     // The edge of the shadow lies at 330; its coverage falls as the normal distribution does.
     void shadow()
     {
-        QFETCH(int, ratio);
         WhiteHost host;
         useBigBubble(Qt::blue);
         useRedShadow(30);
         QWidget *toast = host.toast(QString());
-        for (double alpha : {1.0, 0.5}) {
-            ToastEffect::of(toast)->setAlpha(alpha);
-            const QImage image = host.picture(ratio);
-            for (double points : {-20.0, -6.0, 0.0, 6.0, 12.0}) {
-                const QColor pixel = at(image, 330 + points, 200);
-                const double deviations = (points + 0.5 / ratio) / 6.0;
-                const double coverage = 0.5 * std::erfc(deviations / std::sqrt(2.0));
-                QVERIFY2(isNear(pixel.red(), 255.0 * (1.0 - 0.8 * alpha * coverage), 4),
-                         qPrintable(u"%1: %2"_s.arg(points).arg(pixel.red())));
-                QCOMPARE(pixel.red(), pixel.green());
+        for (const int ratio : ratios) {
+            for (double alpha : {1.0, 0.5}) {
+                ToastEffect::of(toast)->setAlpha(alpha);
+                const QImage image = host.picture(ratio);
+                for (double points : {-20.0, -6.0, 0.0, 6.0, 12.0}) {
+                    const QColor pixel = at(image, 330 + points, 200);
+                    const double deviations = (points + 0.5 / ratio) / 6.0;
+                    const double coverage = 0.5 * std::erfc(deviations / std::sqrt(2.0));
+                    QVERIFY2(isNear(pixel.red(), 255.0 * (1.0 - 0.8 * alpha * coverage), 4),
+                             qPrintable(u"%1: %2"_s.arg(points).arg(pixel.red())));
+                    QCOMPARE(pixel.red(), pixel.green());
+                }
+                QCOMPARE(at(image, 370, 200), QColor(Qt::white));
+                // The bubble itself keeps its colour.
+                QCOMPARE(at(image, 295, 200).blue(), 255);
+                QVERIFY(isNear(at(image, 295, 200).red(), 255 * (1.0 - alpha), 2));
             }
-            QCOMPARE(at(image, 370, 200), QColor(Qt::white));
-            // The bubble itself keeps its colour.
-            QCOMPARE(at(image, 295, 200).blue(), 255);
-            QVERIFY(isNear(at(image, 295, 200).red(), 255 * (1.0 - alpha), 2));
         }
     }
 
@@ -242,13 +241,6 @@ private slots:
     }
 
 private:
-    static void addRatios()
-    {
-        QTest::addColumn<int>("ratio");
-        for (int ratio : {1, 2, 3})
-            QTest::addRow("%d pixels a point", ratio) << ratio;
-    }
-
     /// A bubble from (100, 100) to (300, 300) when its text is empty.
     static void useBigBubble(const QColor &color)
     {

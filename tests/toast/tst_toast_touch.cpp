@@ -2,6 +2,7 @@
 
 #include <QContextMenuEvent>
 #include <QPushButton>
+#include <QSignalSpy>
 
 using namespace zelkam;
 using namespace zelkam::test;
@@ -43,28 +44,25 @@ private slots:
 
     void pressesOnAToast_data()
     {
-        QTest::addColumn<QString>("gesture");
         QTest::addColumn<bool>("tapToDismiss");
-        QTest::addColumn<bool>("isTap");
         for (const char *gesture : {"mouse", "mouse leaves", "mouse leaves and comes back",
                                     "right button", "finger", "finger leaves", "two fingers"}) {
-            const QString name = QString::fromLatin1(gesture);
-            QTest::newRow(gesture) << name << true << (name == u"mouse" || name == u"finger");
-            QTest::addRow("%s, taps are off", gesture) << name << false << false;
+            QTest::newRow(gesture) << true;
+            QTest::addRow("%s, taps are off", gesture) << false;
         }
     }
 
     void pressesOnAToast()
     {
-        QFETCH(QString, gesture);
         QFETCH(bool, tapToDismiss);
+        const QString gesture = QString::fromLatin1(QTest::currentDataTag()).section(u',', 0, 0);
+        const bool isTap = tapToDismiss && (gesture == u"mouse" || gesture == u"finger");
         ToastManager::shared().isTapToDismissEnabled = tapToDismiss;
         PressedHost host;
         QVERIFY(QTest::qWaitForWindowExposed(&host));
         host.toast(u"press me"_s);
         const QPoint inside(200, 200);
         const QPoint outside(200, 300);
-        // To the window, so that Qt finds the receiver as it does for real input.
         QWindow *window = host.windowHandle();
         const QPoint end = gesture.endsWith(u"leaves") ? outside : inside;
         if (gesture.startsWith(u"mouse")) {
@@ -78,15 +76,14 @@ private slots:
             QContextMenuEvent menu(QContextMenuEvent::Mouse, inside, inside);
             QApplication::sendEvent(host.active().first(), &menu);
         } else {
-            QTest::touchEvent(window, m_screen).press(0, inside);
+            touch(host).press(0, inside);
             if (gesture == u"two fingers") {
-                QTest::touchEvent(window, m_screen).stationary(0).press(1, inside + QPoint(5, 0));
-                QTest::touchEvent(window, m_screen).stationary(0).release(1, inside);
+                touch(host).stationary(0).press(1, inside + QPoint(5, 0));
+                touch(host).stationary(0).release(1, inside);
             }
-            QTest::touchEvent(window, m_screen).move(0, end);
-            QTest::touchEvent(window, m_screen).release(0, end);
+            touch(host).move(0, end);
+            touch(host).release(0, end);
         }
-        QFETCH(bool, isTap);
         if (isTap)
             QTRY_COMPARE(host.log, u"press me!"_s);
         QTest::qWait(60);
@@ -114,33 +111,30 @@ private slots:
         host.show();
         auto toast = std::make_unique<QWidget>();
         auto *button = new QPushButton(u"Undo"_s, toast.get());
-        int clicks = 0;
-        connect(button, &QPushButton::clicked, this, [&clicks] { ++clicks; });
+        QSignalSpy clicked(button, &QPushButton::clicked);
         toast->resize(200, 60);
         showToast(&host, std::move(toast), 1h, QPointF(200, 200));
         QTest::mouseClick(button, Qt::LeftButton);
         QTest::qWait(60);
-        QCOMPARE(clicks, 1);
+        QCOMPARE(clicked.count(), 1);
         QCOMPARE(host.active().size(), 1);
     }
 
+    // While one finger is held, another presses elsewhere.
     void fingerElsewhere_data()
     {
-        QTest::addColumn<bool>("tapToDismiss");
-        QTest::addColumn<bool>("onActivity");
         QTest::addColumn<int>("presses");
-        QTest::newRow("is kept out by a toast that takes taps") << true << false << 0;
-        QTest::newRow("is not kept out where taps are off") << false << false << 1;
-        QTest::newRow("is not kept out by the activity bubble") << true << true << 1;
-        QTest::newRow("is not kept out once the toast is hidden") << true << false << 1;
+        QTest::newRow("is kept out by a toast that takes taps") << 0;
+        QTest::newRow("is not kept out where taps are off") << 1;
+        QTest::newRow("is not kept out by the activity bubble") << 1;
+        QTest::newRow("is not kept out once the toast is hidden") << 1;
     }
 
     void fingerElsewhere()
     {
-        QFETCH(bool, tapToDismiss);
-        QFETCH(bool, onActivity);
         QFETCH(int, presses);
-        ToastManager::shared().isTapToDismissEnabled = tapToDismiss;
+        const QByteArray by = QTest::currentDataTag();
+        ToastManager::shared().isTapToDismissEnabled = !by.endsWith("off");
         Host host;
         PressedHost neighbour;
         neighbour.setParent(&host);
@@ -148,26 +142,31 @@ private slots:
         neighbour.show();
         host.show();
         QVERIFY(QTest::qWaitForWindowExposed(&host));
-        if (onActivity)
+        if (by.endsWith("bubble"))
             makeToastActivity(&host);
         else
             host.toast(u"held"_s);
         const QPoint held(200, 200);
         const QPoint other(200, 350);
-        QWindow *window = host.windowHandle();
-        QTest::touchEvent(window, m_screen).press(0, held);
-        if (presses == 1 && tapToDismiss && !onActivity)
+        touch(host).press(0, held);
+        if (by.endsWith("hidden"))
             host.active().first()->hide();
-        QTest::touchEvent(window, m_screen).stationary(0).press(1, other);
+        touch(host).stationary(0).press(1, other);
         QCOMPARE(neighbour.presses, presses);
-        QTest::touchEvent(window, m_screen).release(0, held).release(1, other);
+        touch(host).release(0, held).release(1, other);
         neighbour.presses = 0;
-        QTest::touchEvent(window, m_screen).press(0, other);
-        QTest::touchEvent(window, m_screen).release(0, other);
+        touch(host).press(0, other);
+        touch(host).release(0, other);
         QCOMPARE(neighbour.presses, 2);
     }
 
 private:
+    /// To the window, so that Qt finds the receiver as it does for real input.
+    QTest::QTouchEventSequence touch(const QWidget &host)
+    {
+        return QTest::touchEvent(host.windowHandle(), m_screen);
+    }
+
     QPointingDevice *m_screen = QTest::createTouchDevice();
 };
 
