@@ -51,8 +51,8 @@ function(zelkam_write_dependencies name)
             string(APPEND lines "find_dependency(${CMAKE_MATCH_1})\n")
         elseif(dependency STREQUAL "heif")
             string(APPEND lines "find_dependency(libheif)\n")
-        elseif(dependency STREQUAL "de265")
-            # It has no package; the linker finds it.
+        elseif(dependency MATCHES "^(de265|lcms2)$")
+            # They have no packages; the linker finds them.
         else()
             message(FATAL_ERROR "No package is known that has the target ${dependency}.")
         endif()

@@ -1,10 +1,13 @@
 #include "platform/images/image_decoding.h"
 
+#include "platform/images/color_profile.h"
 #include "platform/images/image_costs.h"
 #include "platform/images/image_memory.h"
+#include "platform/images/image_orientation.h"
 #include "platform/images/image_scaling.h"
 #include "platform/images/image_wholeness.h"
 #include "platform/images/jpeg_structure.h"
+#include "platform/images/unusual_image.h"
 
 #include <QBuffer>
 #include <QColorSpace>
@@ -116,7 +119,7 @@ std::optional<QImage> decodeImageTo(const QByteArray &data, const ImageTarget &t
     buffer.open(QIODevice::ReadOnly);
     QImageReader reader(&buffer, format);
     reader.setAutoDetectImageFormat(false);
-    reader.setAutoTransform(true);
+    reader.setAutoTransform(false);
     // Other readers would scale without smoothing.
     if (hurried && format == "heic")
         reader.setQuality(0);
@@ -124,8 +127,9 @@ std::optional<QImage> decodeImageTo(const QByteArray &data, const ImageTarget &t
     const QSize size = reader.size();
     if (size.isEmpty() || qint64(size.width()) * size.height() > limits.storedPixels)
         return std::nullopt;
-    // A reader scales first and turns then.
-    const bool onItsSide = reader.transformation() & QImageIOHandler::TransformationRotate90;
+    const auto transformation = exifTransformation(data, format).value_or(reader.transformation());
+    // What is read is scaled first and turned then.
+    const bool onItsSide = transformation & QImageIOHandler::TransformationRotate90;
     const QSize upright = onItsSide ? size.transposed() : size;
     const QSize chosen = target(upright);
     if (!chosen.isValid())
@@ -141,17 +145,14 @@ std::optional<QImage> decodeImageTo(const QByteArray &data, const ImageTarget &t
     ImageMemoryShare memory;
     memory.reserve(*bytes);
 
-    QImage image;
-    if (!reader.read(&image) || image.isNull())
+    auto unusual = readUnusualImage(data, format, read);
+    QImage image = unusual ? std::move(*unusual) : reader.read();
+    if (image.isNull())
         return std::nullopt;
-    image = withoutMetadata(std::move(image));
+    image = transformedImage(withoutMetadata(std::move(image)), transformation);
     if (image.size() != wanted)
         image = stretchedImage(std::move(image), wanted);
-    const QColorSpace sRgb(QColorSpace::SRgb);
-    if (image.colorSpace().isValid() && image.colorSpace() != sRgb)
-        image.convertToColorSpace(sRgb);
-    image.setColorSpace(sRgb);
-    return image;
+    return imageInSrgb(std::move(image));
 }
 
 std::optional<QImage> decodeImage(const QByteArray &data, int maximumEdge,
@@ -176,8 +177,8 @@ QSize imageSize(const QByteArray &data)
     QImageReader reader(&buffer, format);
     reader.setAutoDetectImageFormat(false);
     const QSize size = reader.size();
-    return reader.transformation() & QImageIOHandler::TransformationRotate90 ? size.transposed()
-                                                                             : size;
+    const auto transformation = exifTransformation(data, format).value_or(reader.transformation());
+    return transformation & QImageIOHandler::TransformationRotate90 ? size.transposed() : size;
 }
 
 } // namespace zelkam
