@@ -2,6 +2,7 @@
 #include "app/web_view_controller.h"
 #include "platform/foundation/file_manager.h"
 #include "platform/ui/ui_window.h"
+#include "support/data_table.h"
 #include "support/http_test_server.h"
 
 #include <QApplication>
@@ -9,22 +10,11 @@
 #include <QRandomGenerator>
 #include <QTemporaryDir>
 #include <QWebEngineScriptCollection>
-#include <QtTest>
 #include <atomic>
 
 using namespace zelkam;
+using namespace zelkam::test;
 using namespace Qt::StringLiterals;
-
-namespace {
-
-const QByteArray html = "Content-Type: text/html\r\n";
-
-QByteArray page(const QByteArray &body = {})
-{
-    return HttpTestServer::answer("<!doctype html><title>Page</title>" + body, html);
-}
-
-} // namespace
 
 /// The host in one piece, with what is on its screen.
 class TestHostApplication : public QObject
@@ -35,13 +25,30 @@ class TestHostApplication : public QObject
     std::unique_ptr<HostApplication> m_host;
     HttpTestServer own;
     HttpTestServer foreign;
-    QString foreignUrl(const QString &path) { return foreign.url(path, u"localhost"_s); }
+    /// An address for one that begins with the name of a server.
+    QString at(QString address)
+    {
+        address.replace(u"{own}"_s, own.url(QString()));
+        return address.replace(u"{foreign}"_s, foreign.url(QString(), u"localhost"_s));
+    }
+    static qsizetype requestsFor(const QByteArray &target, const HttpTestServer &server)
+    {
+        const auto requests = server.requests();
+        return std::count_if(requests.cbegin(), requests.cend(),
+                             [&](const auto &each) { return each.target == target; });
+    }
 
     void start(const QString &url, HostOptions options = {})
     {
         options.offscreen = true;
         m_host = std::make_unique<HostApplication>(options, QUrl(url), std::nullopt);
         m_host->start();
+    }
+    /// Starts on the server's own page, and waits for it.
+    void startOnPage()
+    {
+        start(own.url(u"/page"_s));
+        QTRY_VERIFY_WITH_TIMEOUT(isThere(own.url(u"/page"_s)), 20000);
     }
     QVariant run(const QString &script)
     {
@@ -76,34 +83,24 @@ private slots:
     {
         QVERIFY(!setTemporaryDirectory(m_root.filePath(u"tmp"_s)));
         for (HttpTestServer *server : {&own, &foreign}) {
-            server->on("/page", page());
+            server->on("/page", HttpTestServer::html("<!doctype html><title>Page</title>"));
+            server->on("/next", HttpTestServer::html("<!doctype html>"));
             server->on("/a.txt", HttpTestServer::answer("hello"));
         }
     }
     void cleanup() { m_host.reset(); }
 
-    void showsWhatTheServerSends_data()
-    {
-        QTest::addColumn<QByteArray>("answer");
-        QTest::addColumn<bool>("isShown");
-        const auto row = [](const char *name) -> QTestData & { return QTest::newRow(name); };
-        row("a page") << page() << true;
-        row("its own page about what is not there")
-            << HttpTestServer::answer("<h1>Gone</h1>", html, "404 Not Found") << true;
-        row("a form that asks for a password")
-            << HttpTestServer::answer("<form><input></form>", html, "403 Forbidden") << true;
-        row("a sentence") << HttpTestServer::answer("Sorry", "Content-Type: text/plain\r\n",
-                                                    "500 Internal Server Error")
-                          << true;
-        row("a status alone") << HttpTestServer::answer({}, html, "404 Not Found") << false;
-        row("nothing") << QByteArray() << false;
-    }
-
+    void showsWhatTheServerSends_data() { addRows({"app/host_application.json"}); }
     void showsWhatTheServerSends()
     {
-        QFETCH(QByteArray, answer);
-        QFETCH(bool, isShown);
-        own.on("/start", answer);
+        const Row row;
+        const bool isShown = row.is("isShown");
+        const QByteArray type = row["type"].toString(u"text/html"_s).toLatin1();
+        own.on("/start",
+               row["status"].isUndefined()
+                   ? QByteArray()
+                   : HttpTestServer::answer(row.bytes("body"), "Content-Type: " + type + "\r\n",
+                                            row.bytes("status")));
         start(own.url(u"/start"_s));
         QSignalSpy loaded(&m_host->webViewController(), &WebViewController::loaded);
         QSignalSpy failed(&m_host->webViewController(), &WebViewController::failed);
@@ -121,18 +118,11 @@ private slots:
         QVERIFY(!scripts.first().runsOnSubFrames());
     }
 
-    void tryingAgainAsksAsWhoeverAskedFirst_data()
-    {
-        QTest::addColumn<QString>("from");
-        QTest::addColumn<QByteArray>("site");
-        QTest::newRow("the application") << QString() << "none"_ba;
-        QTest::newRow("a page of the same server") << own.url(u"/page"_s) << "same-origin"_ba;
-        QTest::newRow("a foreign page") << foreignUrl(u"/page"_s) << "cross-site"_ba;
-    }
-
+    void tryingAgainAsksAsWhoeverAskedFirst_data() { addRows({"app/host_application.json"}); }
     void tryingAgainAsksAsWhoeverAskedFirst()
     {
-        QFETCH(QString, from);
+        const Row row;
+        const QString from = at(row.text("from"));
         own.on("/later", QByteArray());
         start(from.isEmpty() ? own.url(u"/later"_s) : from);
         if (!from.isEmpty()) {
@@ -140,77 +130,42 @@ private slots:
             run(u"location.href = '%1'"_s.arg(own.url(u"/later"_s)));
         }
         QTRY_VERIFY_WITH_TIMEOUT(tryAgain()->isVisible(), 20000);
-        own.on("/later", page());
+        own.on("/later", HttpTestServer::html("<!doctype html>"));
         tryAgain()->click();
         QTRY_VERIFY_WITH_TIMEOUT(isThere(own.url(u"/later"_s)), 20000);
         const auto requests = own.requests();
         const auto last = std::find_if(requests.crbegin(), requests.crend(),
                                        [](const auto &each) { return each.target == "/later"; });
-        QTEST(last->header("Sec-Fetch-Site"), "site");
+        QCOMPARE(last->header("Sec-Fetch-Site"), row.bytes("site"));
     }
 
-    void relativeAddressesBelongToTheCallingPage_data()
-    {
-        QTest::addColumn<QString>("startPage");
-        QTest::addColumn<QString>("realServerUrl");
-        QTest::addColumn<QString>("next");
-        QTest::addColumn<bool>("isOwn"); // else of the other server
-        own.on("/redirect", HttpTestServer::redirect("302 Found", foreign.url(u"/page"_s)));
-        const QString ownPage = own.url(u"/page"_s);
-        QTest::newRow("the page that it began with") << ownPage << QString() << QString() << true;
-        QTest::newRow("a page that the server led on to")
-            << own.url(u"/redirect"_s) << QString() << QString() << false;
-        QTest::newRow("a page that the person went on to")
-            << ownPage << QString() << foreign.url(u"/page"_s) << false;
-        QTest::newRow("whatever the page, the server that was set")
-            << ownPage << own.url(QString()) << foreign.url(u"/page"_s) << true;
-    }
-
+    void relativeAddressesBelongToTheCallingPage_data() { addRows({"app/host_application.json"}); }
     void relativeAddressesBelongToTheCallingPage()
     {
-        QFETCH(QString, startPage);
-        QFETCH(QString, realServerUrl);
-        QFETCH(QString, next);
-        QFETCH(bool, isOwn);
+        const Row row;
+        own.on("/redirect", HttpTestServer::redirect("302 Found", at(u"{foreign}/page"_s)));
         HostOptions options;
-        options.realServerUrl = realServerUrl;
-        options.allowedOrigins = {*WebOrigin::fromText(foreign.url(QString()))};
-        start(startPage, options);
+        options.realServerUrl = at(row.text("realServerUrl"));
+        options.allowedOrigins = {*WebOrigin::fromText(at(u"{foreign}"_s))};
+        start(at(row.text("start")), options);
         QTRY_COMPARE_WITH_TIMEOUT(m_host->page().title(), u"Page"_s, 20000);
         const QString call = u"ZelkamMobile.exec('fileDownload', {url: 'a.txt', open: false})"_s;
-        if (!next.isEmpty()) {
+        if (const QString next = at(row.text("next")); !next.isEmpty()) {
             run(call); // the page before it must leave nothing behind
             QVERIFY(goTo(next));
         }
-        const auto downloads = [](const HttpTestServer &server) {
-            const auto requests = server.requests();
-            return std::count_if(requests.cbegin(), requests.cend(),
-                                 [](const auto &each) { return each.target == "/a.txt"; });
-        };
-        const HttpTestServer &expected = isOwn ? own : foreign;
-        const auto before = downloads(expected);
+        const HttpTestServer &expected = row.is("isOwn") ? own : foreign;
+        const auto before = requestsFor("/a.txt", expected);
         run(call + u".then(() => { document.title = 'done' })"_s);
         QTRY_COMPARE_WITH_TIMEOUT(m_host->page().title(), u"done"_s, 10000);
-        QCOMPARE(downloads(expected), before + 1);
+        QCOMPARE(requestsFor("/a.txt", expected), before + 1);
     }
 
-    void aLeftDocumentTakesAlongWhatItStarted_data()
-    {
-        QTest::addColumn<QString>("next"); // empty for a reload
-        QTest::addColumn<QByteArray>("headers");
-        QTest::newRow("a reload") << QString() << QByteArray();
-        QTest::newRow("another page of the server") << own.url(u"/next"_s) << QByteArray();
-        QTest::newRow("a foreign page") << foreignUrl(u"/next"_s) << QByteArray();
-        QTest::newRow("a foreign page without script")
-            << foreignUrl(u"/next"_s) << "Content-Security-Policy: sandbox\r\n"_ba;
-    }
-
+    void aLeftDocumentTakesAlongWhatItStarted_data() { addRows({"app/host_application.json"}); }
     void aLeftDocumentTakesAlongWhatItStarted()
     {
-        QFETCH(QString, next);
-        QFETCH(QByteArray, headers);
-        foreign.on("/next", HttpTestServer::answer("<!doctype html>", html + headers));
-        own.on("/next", page());
+        foreign.on("/sandbox",
+                   HttpTestServer::html("<!doctype html>", "Content-Security-Policy: sandbox\r\n"));
         std::atomic<int> cut = 0;
         own.on("/slow", [&](const auto &, auto &connection) {
             connection.send("HTTP/1.1 200 OK\r\nContent-Length: 1000000\r\n\r\n");
@@ -220,8 +175,7 @@ private slots:
             }
             cut += !connection.isOpen();
         });
-        start(own.url(u"/page"_s));
-        QTRY_VERIFY_WITH_TIMEOUT(isThere(own.url(u"/page"_s)), 20000);
+        startOnPage();
         run(u"for (const url of ['a.txt', 'a.txt?2', 'slow'])"
             " ZelkamMobile.exec('fileDownload', {url, fileName: url.slice(-1)}).catch(() => {})"_s);
         QTRY_COMPARE_WITH_TIMEOUT(screens(), 2, 10000);
@@ -229,7 +183,7 @@ private slots:
             ".catch(() => {})"_s);
         QTRY_COMPARE_WITH_TIMEOUT(screens(), 3, 10000);
         QTRY_VERIFY(!m_host->window().isInTransition());
-        if (next.isEmpty())
+        if (const QString next = at(Row().text("next")); next.isEmpty())
             run(u"location.reload()"_s);
         else
             QVERIFY(goTo(next));
@@ -241,17 +195,7 @@ private slots:
 
     void aReplyReachesTheDocumentThatCalled()
     {
-        // The answers differ by kind, so that the reply to another document's call shows.
-        own.on("/document", page(R"(<script>
-            const kind = location.search.slice(1, 5);
-            let replies = 0;
-            ZelkamMobile.call('fileDownload', { url: kind, open: false }, (reply) => {
-                replies += 1;
-                if (replies > 1 || reply.success !== (kind === 'good'))
-                    new Image().src = `/wrong?${kind}&${JSON.stringify(reply)}`;
-                document.title = 'answered';
-            });
-            </script>)"));
+        own.on("/document", HttpTestServer::html(dataFile(u"app/document.html"_s)));
         const auto slow = [](const QByteArray &answer) {
             return [answer](const auto &, auto &connection) {
                 connection.pause(
@@ -263,8 +207,7 @@ private slots:
         own.on("/evil", slow(HttpTestServer::answer("x", {}, "404 Not Found")));
         const int rounds = qEnvironmentVariableIsSet("ZELKAM_LONG_TESTS") ? 500 : 20;
         QRandomGenerator random(20);
-        start(own.url(u"/page"_s));
-        QTRY_VERIFY_WITH_TIMEOUT(isThere(own.url(u"/page"_s)), 20000);
+        startOnPage();
         for (int round = 1; round <= rounds; ++round) {
             const QString kind = random.bounded(2) == 0 ? u"good"_s : u"evil"_s;
             if (random.bounded(4) == 0)
@@ -276,15 +219,13 @@ private slots:
             if (round % 20 == 0)
                 QTRY_COMPARE_WITH_TIMEOUT(m_host->page().title(), u"answered"_s, 10000);
         }
-        const auto requests = own.requests();
-        for (const auto &request : requests)
+        for (const auto &request : own.requests())
             QVERIFY2(!request.target.startsWith("/wrong"), request.target.constData());
     }
 
     void fewPreviewsLieAboveEachOther()
     {
-        start(own.url(u"/page"_s));
-        QTRY_VERIFY_WITH_TIMEOUT(isThere(own.url(u"/page"_s)), 20000);
+        startOnPage();
         QList<UIViewController *> came;
         connect(&m_host->window(), &UIWindow::screenDidAppear, this,
                 [&](UIViewController *screen) { came.append(screen); });
