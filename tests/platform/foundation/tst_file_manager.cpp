@@ -7,6 +7,7 @@
 #include <QTemporaryDir>
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -135,6 +136,15 @@ private slots:
         QVERIFY(files.createFile(container + u"folder"_s, "x"));
         QVERIFY(files.createFile(container + u"folder/"_s, "x"));
         QVERIFY(files.createFile(container + QString(256, u'n'), "x"));
+        // A full disk, as far as a process can have one of its own.
+        rlimit limit = {};
+        ::getrlimit(RLIMIT_FSIZE, &limit);
+        const rlimit small{1000, limit.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &small);
+        const bool failed = bool(files.createFile(target, QByteArray(5000, 'x')));
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+        QVERIFY(failed);
+        QCOMPARE(read(target), "second");
         QCOMPARE(QDir(container).entryList({u".zelkam-*"_s}, QDir::Files | QDir::Hidden),
                  QStringList());
     }

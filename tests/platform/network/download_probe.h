@@ -7,7 +7,6 @@
 #include <chrono>
 #include <future>
 #include <memory>
-#include <sys/stat.h>
 
 /// The name of an error's code; empty where there is none.
 inline QString nameOf(const std::optional<zelkam::URLError> &error)
@@ -21,7 +20,7 @@ struct Outcome
     int calls = 0;
     QString path; ///< empty when there was no location
     QByteArray data;
-    unsigned int fileMode = 0;
+    QFile::Permissions permissions;
     std::shared_ptr<const zelkam::HTTPURLResponse> response;
     std::optional<zelkam::URLError> error;
 
@@ -44,12 +43,9 @@ public:
             if (location) {
                 outcome.path = location->path();
                 QFile file(outcome.path);
-                struct stat info
-                {
-                };
-                if (file.open(QIODevice::ReadOnly) && ::fstat(file.handle(), &info) == 0)
+                if (file.open(QIODevice::ReadOnly))
                     outcome.data = file.readAll();
-                outcome.fileMode = info.st_mode & 0777U;
+                outcome.permissions = file.permissions();
             }
             state->promise.set_value();
         };

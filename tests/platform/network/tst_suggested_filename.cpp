@@ -20,8 +20,11 @@ private slots:
     {
         const Row row;
         QMap<QString, QString> fields;
-        if (row["header"].isString())
-            fields.insert(u"content-disposition"_s, headerText(row.bytes("header")));
+        if (row["header"].isString()) {
+            const QByteArray header =
+                row.bytes("header").replace("{200}", QByteArray("\u20ac").repeated(200));
+            fields.insert(u"content-disposition"_s, headerText(header));
+        }
         if (row["type"].isString())
             fields.insert(u"Content-Type"_s, row.text("type"));
         const URL url = *URL::fromString(row["url"].toString(u"http://h/"_s));
@@ -29,18 +32,6 @@ private slots:
         // Where we depart from the published name, "ours" is set and may be null.
         QCOMPARE(response.suggestedFilename().value_or(QString()),
                  row["because"].isString() ? row.text("ours") : row.text("file"));
-    }
-
-    void longNamesAreCutBeforeTheExtension()
-    {
-        const QString character = u"\u20ac"_s;
-        const QString longName = u'a' + character.repeated(200) + u".docx"_s;
-        const HTTPURLResponse response(*URL::fromString(u"http://h/"_s), 200,
-                                       {{u"Content-Disposition"_s, u"a; filename="_s + longName}});
-        const QString name = *response.suggestedFilename();
-        QVERIFY(name.toUtf8().size() <= 255 && name.toUtf8().size() > 245);
-        QVERIFY(name.endsWith(character + u".docx"_s));
-        QVERIFY(longName.startsWith(name.chopped(5)));
     }
 };
 

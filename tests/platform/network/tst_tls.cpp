@@ -47,12 +47,11 @@ private:
 private slots:
     void initTestCase()
     {
-        write(u"old.cnf"_s, dataFile(u"tls/old.cnf"_s));
-        write(u"ca.cnf"_s, dataFile(u"tls/ca.cnf"_s));
         write(u"index"_s, {});
+        write(u"ca.cnf"_s, dataFile(u"tls/ca.cnf"_s));
         openssl(u"req -x509 -newkey ec -pkeyopt ec_paramgen_curve:P-256 -nodes -subj /CN=Authority "
                 "-keyout ca-key.pem -out ca.pem"_s);
-        qputenv("OPENSSL_CONF", QFile::encodeName(m_folder.filePath(u"old.cnf"_s)));
+        qputenv("OPENSSL_CONF", ZELKAM_TEST_DATA "/tls/old.cnf");
         authority = QFile::encodeName(m_folder.filePath(u"ca.pem"_s));
         write(u"hello"_s, "HTTP/1.0 200 OK\r\n\r\nhello");
     }
