@@ -44,6 +44,10 @@ public:
 
     QJsonValue operator[](const char *key) const { return m_fields[QLatin1String(key)]; }
     QString text(const char *key) const { return (*this)[key].toString(); }
+    std::optional<QString> textOrNone(const char *key) const
+    {
+        return (*this)[key].isString() ? std::optional(text(key)) : std::nullopt;
+    }
     /// Each character of the text is the byte of its number.
     QByteArray bytes(const char *key) const { return text(key).toLatin1(); }
     QStringList texts(const char *key) const { return (*this)[key].toVariant().toStringList(); }

@@ -108,14 +108,12 @@ private slots:
     void geometry()
     {
         const Row row;
-        const auto textOf = [&row](const char *key) {
-            return row[key].isString() ? std::optional(row.text(key)) : std::nullopt;
-        };
         Host host({375, 667});
         const auto image =
             row.is("image") ? std::optional(QImage(40, 20, QImage::Format_RGB32)) : std::nullopt;
-        const auto toast = toastViewForMessage(&host, textOf("message"), textOf("title"), image,
-                                               ToastManager::shared().style);
+        const auto toast =
+            toastViewForMessage(&host, row.textOrNone("message"), row.textOrNone("title"), image,
+                                ToastManager::shared().style);
         QJsonArray children;
         for (const QWidget *child : toast.view->findChildren<QWidget *>())
             children.append(QJsonArray{child->x(), child->y(), child->width(), child->height()});
@@ -131,32 +129,23 @@ private slots:
         QCOMPARE(toastViewForMessage(&host, {}, {}, QImage(), {}).view->size(), QSize(20, 20));
     }
 
-    void linesAreLimited()
-    {
-        const QPair<int, int> cases[] = {{0, 4}, {-1, 4}, {2, 2}, {9, 4}};
-        for (const auto &[limit, lines] : cases) {
-            const ToastText text(u"aaaa aaaa aaaa aaaa"_s, ToastManager::shared().style.messageFont,
-                                 TextAlignment::left, limit);
-            QCOMPARE(text.sizeThatFits(40.0).height(), lines * 16.0);
-            // A cut line ends in the low box of the ellipsis, an uncut one in a letter.
-            const QImage image = drawn(text, text.sizeThatFits(40.0).toSize());
-            QCOMPARE(isInk(image, 28, lines * 16 - 12), lines == 4);
-        }
-    }
+    // A letter is a high box, an ellipsis and a Hebrew letter are low. A place is [x, y].
+    void textIsDrawn_data() { addRows({"toast/texts.json"}); }
 
-    void linesAreAligned()
+    void textIsDrawn()
     {
-        const QFont font = ToastManager::shared().style.messageFont;
-        const QPair<TextAlignment, int> cases[] = {{TextAlignment::left, 0},
-                                                   {TextAlignment::center, 24},
-                                                   {TextAlignment::right, 48},
-                                                   {TextAlignment::natural, 0}};
-        for (const auto &[alignment, x] : cases) {
-            // Of the second paragraph an ellipsis is left, which is drawn low; of two lines' room
-            // the one line takes the middle.
-            const QImage image = drawn(ToastText(u"a\nb"_s, font, alignment, 1), {64, 32});
-            QVERIFY(isInk(image, x + 4, 12) && !isInk(image, x + 4, 22));
-            QVERIFY(isInk(image, x + 12, 18) && !isInk(image, x + 12, 12));
+        const Row row;
+        const ToastText text(row.text("text"), ToastManager::shared().style.messageFont,
+                             TextAlignment(row.number("alignment")), row.number("lines"));
+        const int width = row.number("width");
+        QCOMPARE(text.sizeThatFits(width).height(), row.number("height"));
+        QImage image(width, row["room"].toInt(row.number("height")), QImage::Format_RGB32);
+        image.fill(Qt::white);
+        QPainter painter(&image);
+        text.draw(painter, image.rect());
+        for (const bool isInk : {true, false}) {
+            for (const QJsonValue place : row[isInk ? "ink" : "blank"].toArray())
+                QCOMPARE(qGray(image.pixel(place[0].toInt(), place[1].toInt())) < 128, isInk);
         }
     }
 
@@ -171,30 +160,6 @@ private slots:
         const auto title = toastViewForMessage(&host, {}, u"word "_s.repeated(20), {}, style);
         QVERIFY(title.view->findChild<ToastLabel *>()->height() > 80);
     }
-
-    // Hebrew letters are drawn low. In a line of their direction "ab" stands left of them.
-    void rightToLeft()
-    {
-        const ToastText text(u"\u05d0\u05d1 ab"_s, ToastManager::shared().style.messageFont,
-                             TextAlignment::natural, 0);
-        const QImage image = drawn(text, {60, 16});
-        // Aligned to the right end: ab at 20 to 36, a gap, the Hebrew letters at 44 to 60.
-        QVERIFY(!isInk(image, 10, 10));
-        QVERIFY(isInk(image, 24, 4) && isInk(image, 32, 4));
-        QVERIFY(isInk(image, 48, 10) && !isInk(image, 48, 4) && isInk(image, 56, 10));
-    }
-
-private:
-    static QImage drawn(const ToastText &text, QSize size)
-    {
-        QImage image(size, QImage::Format_RGB32);
-        image.fill(Qt::white);
-        QPainter painter(&image);
-        text.draw(painter, image.rect());
-        return image;
-    }
-
-    static bool isInk(const QImage &image, int x, int y) { return qGray(image.pixel(x, y)) < 128; }
 };
 
 QTEST_MAIN(ToastGeometryTest)
