@@ -21,6 +21,7 @@ constexpr Record gifRecord{u"com.compuserve.gif", u"image/gif", {&imageRecord}};
 constexpr Record heifStandardRecord{u"public.heif-standard", {}, {&imageRecord}};
 constexpr Record heifRecord{u"public.heif", u"image/heif", {&heifStandardRecord}};
 constexpr Record heicRecord{u"public.heic", u"image/heic", {&heifStandardRecord}};
+constexpr Record avifRecord{u"public.avif", u"image/avif", {&heifStandardRecord}};
 constexpr Record textRecord{u"public.text", {}, {&dataRecord, &contentRecord}};
 constexpr Record plainTextRecord{u"public.plain-text", u"text/plain", {&textRecord}};
 constexpr Record htmlRecord{u"public.html", u"text/html", {&textRecord}};
@@ -43,22 +44,23 @@ constexpr Record playlistRecord{
     u"public.m3u-playlist", u"application/vnd.apple.mpegurl", {&textRecord}};
 
 constexpr const Record *types[] = {
-    &itemRecord,   &contentRecord,   &dataRecord,         &compositeRecord, &directoryRecord,
-    &folderRecord, &archiveRecord,   &zipRecord,          &imageRecord,     &pngRecord,
-    &jpegRecord,   &gifRecord,       &heifStandardRecord, &heifRecord,      &heicRecord,
-    &textRecord,   &plainTextRecord, &htmlRecord,         &xmlRecord,       &yamlRecord,
-    &jsonRecord,   &scriptRecord,    &svgRecord,          &pdfRecord,       &audiovisualRecord,
-    &movieRecord,  &audioRecord,     &mpeg4Record,        &transportRecord, &aviRecord,
-    &mp3Record,    &oggAudioRecord,  &playlistRecord,
+    &itemRecord,        &contentRecord, &dataRecord,         &compositeRecord, &directoryRecord,
+    &folderRecord,      &archiveRecord, &zipRecord,          &imageRecord,     &pngRecord,
+    &jpegRecord,        &gifRecord,     &heifStandardRecord, &heifRecord,      &heicRecord,
+    &avifRecord,        &textRecord,    &plainTextRecord,    &htmlRecord,      &xmlRecord,
+    &yamlRecord,        &jsonRecord,    &scriptRecord,       &svgRecord,       &pdfRecord,
+    &audiovisualRecord, &movieRecord,   &audioRecord,        &mpeg4Record,     &transportRecord,
+    &aviRecord,         &mp3Record,     &oggAudioRecord,     &playlistRecord,
 };
 
 // The database takes both HEIF kinds for one, has Qt's own translation files beside the transport
 // stream, and lists several kinds of Ogg, JSON and playlists in no particular order. RFC 9239 gives
 // scripts the MIME type that they have here, whatever the age of the database.
 constexpr DeclaredExtension extensions[] = {
-    {u"heic", &heicRecord},    {u"heif", &heifRecord},    {u"hif", &heifRecord},
-    {u"ts", &transportRecord}, {u"js", &scriptRecord},    {u"mjs", &scriptRecord},
-    {u"json", &jsonRecord},    {u"ogg", &oggAudioRecord}, {u"m3u8", &playlistRecord},
+    {u"heic", &heicRecord},     {u"heif", &heifRecord},    {u"hif", &heifRecord},
+    {u"avif", &avifRecord},     {u"ts", &transportRecord}, {u"js", &scriptRecord},
+    {u"mjs", &scriptRecord},    {u"json", &jsonRecord},    {u"ogg", &oggAudioRecord},
+    {u"m3u8", &playlistRecord},
 };
 
 } // namespace

@@ -12,6 +12,7 @@
 #include <QBuffer>
 #include <QColorSpace>
 #include <QImageReader>
+#include <QtEndian>
 #include <QtPlugin>
 #include <mutex>
 
@@ -23,11 +24,25 @@ namespace zelkam {
 
 namespace {
 
-bool isHeic(const QByteArray &head)
+/// heic or avif, by a file type box of the still-image brands (ISO/IEC 23008-12); else empty.
+QByteArray heifFormat(const QByteArray &head)
 {
-    // ISO/IEC 23008-12: a file type box whose major brand is one of the still-image brands.
-    static const QByteArrayList brands{"heic", "heix", "heim", "heis", "mif1", "msf1", "avif"};
-    return head.size() >= 12 && head.mid(4, 4) == "ftyp" && brands.contains(head.mid(8, 4));
+    if (head.size() < 12 || head.mid(4, 4) != "ftyp")
+        return {};
+    const QByteArray major = head.mid(8, 4);
+    static const QByteArrayList coded{"heic", "heix", "heim", "heis"};
+    if (major == "avif" || coded.contains(major))
+        return major == "avif" ? major : coded.first();
+    // The general brands tell nothing about the coding; the compatible ones behind them do.
+    if (major != "mif1" && major != "msf1")
+        return {};
+    const auto boxEnd = qMin<qsizetype>(head.size(), qFromBigEndian<quint32>(head.constData()));
+    for (qsizetype at = 16; at + 4 <= boxEnd; at += 4) {
+        const QByteArray brand = head.mid(at, 4);
+        if (brand == "avif" || coded.contains(brand))
+            return brand == "avif" ? brand : coded.first();
+    }
+    return coded.first();
 }
 
 /// Two letters alone would make an image of many a text.
@@ -100,15 +115,13 @@ QByteArray rasterFormat(const QByteArray &head)
         return "tiff";
     if (head.startsWith(QByteArray("\0\0\1\0", 4)))
         return "ico";
-    if (isHeic(head))
-        return "heic";
-    return {};
+    return heifFormat(head);
 }
 
 std::optional<QImage> decodeImageTo(const QByteArray &data, const ImageTarget &target, bool hurried,
                                     const ImageLimits &limits)
 {
-    const QByteArray format = rasterFormat(data.left(16));
+    const QByteArray format = rasterFormat(data);
     const auto jpeg = format == "jpeg" ? readJpegStructure(data) : std::nullopt;
     if (format == "jpeg" ? !jpegIsWithin(jpeg, limits) : !isSound(data, format))
         return std::nullopt;
@@ -168,7 +181,7 @@ std::optional<QImage> decodeImage(const QByteArray &data, int maximumEdge,
 
 QSize imageSize(const QByteArray &data)
 {
-    const QByteArray format = rasterFormat(data.left(16));
+    const QByteArray format = rasterFormat(data);
     if (format.isEmpty())
         return {};
     QBuffer buffer;

@@ -12,8 +12,8 @@ namespace zelkam {
 /// checked before its decoder is let near it.
 
 /// Qt's name of the raster format that the bytes begin with: jpeg, png, gif, bmp, webp, tiff, ico,
-/// heic. Empty for everything else, vector images and documents among it, whatever plug-ins are
-/// installed. Sixteen bytes are enough.
+/// heic, avif. Empty for everything else, vector images and documents among it, whatever plug-ins
+/// are installed. Sixteen bytes are enough for all but an AVIF of a general brand.
 QByteArray rasterFormat(const QByteArray &head);
 
 /// What a decoder may take.

@@ -39,8 +39,9 @@ std::optional<QString> pictureTypeIdentifier(const QByteArray &data)
         {"gif", "com.compuserve.gif"},    {"bmp", "com.microsoft.bmp"},
         {"webp", "org.webmproject.webp"}, {"tiff", "public.tiff"},
         {"ico", "com.microsoft.ico"},     {"heic", "public.heic"},
+        {"avif", "public.avif"},
     };
-    const QByteArray format = rasterFormat(data.left(16));
+    const QByteArray format = rasterFormat(data);
     for (const Type &type : types) {
         if (format == type.format)
             return QLatin1String(type.identifier);
@@ -50,14 +51,14 @@ std::optional<QString> pictureTypeIdentifier(const QByteArray &data)
 
 std::optional<UIImage> decodePicture(const QByteArray &data)
 {
-    if (rasterFormat(data.left(16)).isEmpty())
+    if (rasterFormat(data).isEmpty())
         return drawVector(data, [](QSize own) { return own; });
     return fromDecoded(decodeImage(data));
 }
 
 std::optional<UIImage> decodePicture(const QByteArray &data, QSize stretchedTo)
 {
-    if (rasterFormat(data.left(16)).isEmpty())
+    if (rasterFormat(data).isEmpty())
         return drawVector(data, [stretchedTo](QSize) { return stretchedTo; });
     return fromDecoded(decodeImageTo(data, [stretchedTo](QSize) { return stretchedTo; }));
 }
@@ -65,7 +66,7 @@ std::optional<UIImage> decodePicture(const QByteArray &data, QSize stretchedTo)
 std::optional<UIImage> decodePictureForThumbnail(const QByteArray &data,
                                                  const std::function<QSize(QSize)> &target)
 {
-    if (rasterFormat(data.left(16)).isEmpty())
+    if (rasterFormat(data).isEmpty())
         return drawVector(data, target);
     constexpr bool hurried = true;
     return fromDecoded(decodeImageTo(data, target, hurried));

@@ -12,8 +12,8 @@ namespace zelkam {
 class UIImage
 {
 public:
-    /// Decodes the bytes of a raster image (JPEG, PNG, GIF, BMP, WebP, TIFF, ICO, HEIC where the
-    /// plug-in is there); of an animation its first frame. Documents, vector images, what is cut
+    /// Decodes the bytes of a raster image (JPEG, PNG, GIF, BMP, WebP, TIFF, ICO, HEIC,
+    /// AVIF); of an animation its first frame. Documents, vector images, what is cut
     /// short or corrupt, and what would take more memory than ImageLimits allows give nothing; so
     /// does a progressive JPEG with so many scans that decoding it would take unreasonably long.
     static std::optional<UIImage> fromData(const QByteArray &data);

@@ -25,7 +25,7 @@ bool isPicture(const QString &fileName)
         QStringLiteral("jpg"),  QStringLiteral("jpeg"), QStringLiteral("png"),
         QStringLiteral("gif"),  QStringLiteral("webp"), QStringLiteral("tif"),
         QStringLiteral("tiff"), QStringLiteral("bmp"),  QStringLiteral("svg"),
-        QStringLiteral("heic"), QStringLiteral("heif"),
+        QStringLiteral("heic"), QStringLiteral("heif"), QStringLiteral("avif"),
     };
     return suffixes.contains(fileName.mid(fileName.lastIndexOf(u'.') + 1).toLower());
 }

@@ -1,5 +1,6 @@
 // The pictures of tests/data/pictures, upright and in sRGB as their table has them.
 
+#include "platform/images/image_decoding.h"
 #include "platform/images/image_representation.h"
 #include "platform/images/picture.h"
 
@@ -59,6 +60,9 @@ private slots:
         const int columns = row.at(1).toInt();
         const QSize size = QSize(columns, row.at(2).toInt()) * cellEdge;
         const int allowed = row.at(3).toInt();
+        const QByteArray kind = row.at(0).mid(row.at(0).lastIndexOf('.'));
+        QVERIFY(pictureTypeIdentifier(file).value_or(QString()).endsWith(QLatin1String(kind)));
+        QCOMPARE(imageSize(file), size);
         const auto picture = decodePicture(file);
         QVERIFY(picture);
         QCOMPARE(picture->size(), size);

@@ -1,10 +1,13 @@
 #include "platform/images/heif/heif_image_handler.h"
 
 #include "platform/images/image_costs.h"
+#include "platform/images/image_decoding.h"
 
 namespace zelkam {
 
 namespace {
+
+constexpr qint64 longestBrands = 64;
 
 /// For readers that did not come by decodeImageTo(), which has asked already.
 bool isWithinLimit(const HeifPicture &picture, qint64 fileBytes)
@@ -16,20 +19,17 @@ bool isWithinLimit(const HeifPicture &picture, qint64 fileBytes)
 
 bool HeifImageHandler::canRead(QIODevice *device)
 {
-    // The major brands of still images coded with HEVC (ISO/IEC 23008-12, annex B), and the
-    // general ones, which other codings use as well: such a file is refused when it is read.
-    const QByteArray head = device->peek(12);
-    if (head.size() < 12 || head.mid(4, 4) != "ftyp")
-        return false;
-    static const QByteArrayList brands{"heic", "heix", "heim", "heis", "mif1", "msf1"};
-    return brands.contains(head.mid(8));
+    const QByteArray format = rasterFormat(device->peek(longestBrands));
+    return format == "heic" || format == "avif";
 }
 
 bool HeifImageHandler::canRead() const
 {
-    if (m_opened ? !m_picture.has_value() : !canRead(device()))
+    if (m_opened)
+        return m_picture.has_value();
+    if (!canRead(device()))
         return false;
-    setFormat("heic");
+    setFormat(rasterFormat(device()->peek(longestBrands)));
     return true;
 }
 

@@ -7,7 +7,7 @@
 
 namespace zelkam {
 
-/// Reads HEIC pictures for QImageReader, upright: the turns and mirrorings of the file are
+/// Reads HEIC and AVIF pictures for QImageReader, upright: the turns and mirrorings of the file are
 /// applied, whatever the reader's own setting. Supports a scaled size, which saves the memory of
 /// the full picture. With a quality below 50 the small version that a camera stored beside
 /// the picture may be used, when it is large enough.

@@ -5,7 +5,7 @@
 QImageIOPlugin::Capabilities ZelkamHeifImagePlugin::capabilities(QIODevice *device,
                                                                  const QByteArray &format) const
 {
-    if (format == "heic" || format == "heif")
+    if (format == "heic" || format == "heif" || format == "avif")
         return CanRead;
     if (!format.isEmpty() || !device || !device->isReadable())
         return {};

@@ -2,8 +2,8 @@
 
 #include <QImageIOPlugin>
 
-/// Makes HEIC pictures known to QImageReader. A static plug-in, outside of every namespace as
-/// Q_IMPORT_PLUGIN wants it.
+/// Makes HEIC and AVIF pictures known to QImageReader. A static plug-in, outside of every namespace
+/// as Q_IMPORT_PLUGIN wants it.
 class ZelkamHeifImagePlugin : public QImageIOPlugin
 {
     Q_OBJECT

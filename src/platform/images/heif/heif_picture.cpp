@@ -2,6 +2,7 @@
 
 #include "platform/images/heif/heif_colors.h"
 #include "platform/images/heif/hevc_decoder.h"
+#include "platform/images/image_decoding.h"
 
 #include <cmath>
 
@@ -65,7 +66,10 @@ HeifPicture::HeifPicture(QByteArray file, HeifStructure structure, HeifImageHand
 std::optional<HeifPicture> HeifPicture::open(const QByteArray &file)
 {
     auto structure = HeifStructure::read(file);
-    const auto cost = structure ? structure->cost(structure->primaryItem()) : std::nullopt;
+    auto cost = structure ? structure->cost(structure->primaryItem()) : std::nullopt;
+    // Of AV1 nothing is known beforehand but the size that the file declares.
+    if (!cost && rasterFormat(file) == "avif")
+        cost = HeifStructure::Cost{.isComposed = true};
     if (!cost)
         return std::nullopt;
     registerHevcDecoder();
