@@ -56,6 +56,13 @@
         </message>
     </context>
     <context>
+        <name>FileName</name>
+        <message>
+            <source>(unnamed)</source>
+            <translation>(名前なし)</translation>
+        </message>
+    </context>
+    <context>
         <name>FileSaving</name>
         <message>
             <source>Enter a name.</source>

@@ -7,6 +7,7 @@
 #include "platform/foundation/bundle.h"
 #include "platform/foundation/console.h"
 #include "platform/foundation/dispatch_queue.h"
+#include "platform/foundation/file_name.h"
 #include "platform/foundation/percent_encoding.h"
 #include "platform/ui/ui_application.h"
 #include "platform/ui/ui_window.h"
@@ -25,32 +26,6 @@ void setIndicator(bool visible)
 {
     DispatchQueue::main().async(
         [visible] { UIApplication::shared().setNetworkActivityIndicatorVisible(visible); });
-}
-
-// A name as one line that reads as it stands. Controls, line ends and what turns letters round
-// would draw another name; a joiner that stands between two letters or pictures belongs to their
-// shape.
-QString drawableName(const QString &name)
-{
-    const QList<uint> characters = name.toUcs4();
-    const auto isHarmless = [](uint c) {
-        const QChar::Category category = QChar::category(c);
-        return category != QChar::Other_Control && category != QChar::Other_Format &&
-               category != QChar::Other_Surrogate && category != QChar::Separator_Line &&
-               category != QChar::Separator_Paragraph;
-    };
-    const auto isJoined = [&characters](qsizetype at) {
-        const uint c = characters.value(at);
-        return QChar::isLetter(c) || QChar::isMark(c) || QChar::isSymbol(c);
-    };
-    QString drawn;
-    for (qsizetype i = 0; i < characters.size(); ++i) {
-        const uint c = characters.at(i);
-        const bool isJoiner = c == 0x200C || c == 0x200D;
-        if (isJoiner ? isJoined(i - 1) && isJoined(i + 1) : isHarmless(c))
-            drawn += QChar::fromUcs4(c);
-    }
-    return drawn;
 }
 
 } // namespace
@@ -86,7 +61,7 @@ void ZelkamMobileFileDownloadUtil::presentToast(const QString &name) const
         text.clear();
     if (!top)
         return;
-    makeToast(top->view(), drawableName(name) + u' ' + text, std::chrono::milliseconds(500),
+    makeToast(top->view(), displayName(name) + u' ' + text, std::chrono::milliseconds(500),
               ToastPosition::bottom, std::nullopt, std::nullopt, ToastManager::shared().style, {});
 }
 

@@ -1,6 +1,7 @@
 #include "platform/foundation/regular_file.h"
 
-#include <QFile>
+#include "platform/foundation/file_name.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
@@ -25,7 +26,7 @@ bool isPath(const QString &path)
 bool isRegularFile(const QString &path)
 {
     struct stat info = {};
-    return isPath(path) && ::stat(QFile::encodeName(path).constData(), &info) == 0 &&
+    return isPath(path) && ::stat(encodeFileName(path).constData(), &info) == 0 &&
            S_ISREG(info.st_mode);
 }
 
@@ -36,7 +37,7 @@ std::optional<RegularFile> RegularFile::open(const QString &path)
     if (!isRegularFile(path))
         return std::nullopt;
     FileDescriptor file(
-        ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY));
+        ::open(encodeFileName(path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY));
     struct stat info = {};
     if (!file.isOpen() || ::fstat(file.get(), &info) != 0 || !S_ISREG(info.st_mode))
         return std::nullopt;

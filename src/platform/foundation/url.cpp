@@ -1,5 +1,6 @@
 #include "platform/foundation/url.h"
 
+#include "platform/foundation/file_name.h"
 #include "platform/foundation/percent_encoding.h"
 #include "platform/foundation/system_version.h"
 
@@ -60,6 +61,18 @@ std::optional<QString> withAsciiHost(const QString &text)
                                  QString::fromLatin1(ascii));
 }
 
+/// Escapes the percent sign and all bytes beyond ASCII, and leaves it to QUrl to escape the rest.
+QString escapingNonAscii(const QByteArray &bytes)
+{
+    static const QByteArray left = [] {
+        QByteArray characters;
+        for (char c = 0; c < 0x7F; ++c)
+            characters += c == '%' ? QByteArray() : QByteArray(1, c);
+        return characters;
+    }();
+    return QString::fromLatin1(bytes.toPercentEncoding(left));
+}
+
 } // namespace
 
 std::optional<URL> URL::fromString(const QString &string)
@@ -96,7 +109,7 @@ URL URL::fromFilePath(const QString &path)
     QUrl url;
     url.setScheme(QStringLiteral("file"));
     url.setHost(QString());
-    url.setPath(absolute, QUrl::DecodedMode);
+    url.setPath(escapingNonAscii(encodeFileName(absolute)), QUrl::TolerantMode);
     return URL(url.toString(QUrl::FullyEncoded), url);
 }
 
@@ -133,6 +146,10 @@ std::optional<int> URL::port() const
 
 QString URL::path() const
 {
+    // The name of a file may hold bytes that are no UTF-8, which QUrl would replace.
+    if (isFileURL())
+        return decodeFileName(
+            QByteArray::fromPercentEncoding(m_url.path(QUrl::FullyEncoded).toLatin1()));
     return m_url.path(QUrl::FullyDecoded);
 }
 

@@ -17,7 +17,8 @@ public:
     /// "%" without two digits) are percent-encoded first; before that they are a failure.
     static std::optional<URL> fromString(const QString &string);
 
-    /// The file URL of a path. A relative path is taken below the root.
+    /// The file URL of a path, which may hold bytes that are no UTF-8 (decodeFileName()). A
+    /// relative path is taken below the root.
     static URL fromFilePath(const QString &path);
 
     /// The URL of an absolute path without a scheme: its text is the path as it is, whatever
@@ -33,8 +34,8 @@ public:
     std::optional<QString> scheme() const; ///< lower case; absent in a relative reference
     std::optional<QString> host() const;   ///< decoded (not punycode); absent when empty
     std::optional<int> port() const;       ///< only when it is written out
-    QString path() const;                  ///< percent-decoded
-    QString lastPathComponent() const;     ///< of the decoded path; trailing slashes do not count
+    QString path() const;              ///< percent-decoded; that of a file URL by decodeFileName()
+    QString lastPathComponent() const; ///< of the decoded path; trailing slashes do not count
     bool isFileURL() const;
     /// The text of an absolute path without a scheme, as it was given: nothing in it was encoded,
     /// and nothing is decoded. Absent in any other URL.
