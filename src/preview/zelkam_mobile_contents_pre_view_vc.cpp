@@ -1,6 +1,7 @@
 #include "preview/zelkam_mobile_contents_pre_view_vc.h"
 
 #include "platform/foundation/console.h"
+#include "platform/foundation/file_name.h"
 #include "platform/foundation/system_version.h"
 #include "platform/ui/layout_guide.h"
 #include "platform/ui/ql_preview_controller.h"
@@ -108,7 +109,8 @@ void ZelkamMobileContentsPreViewVC::viewDidAppear(bool animated)
 
 std::shared_ptr<UINavigationItem> ZelkamMobileContentsPreViewVC::navigationItem()
 {
-    const auto item = std::make_shared<UINavigationItem>(filePath->lastPathComponent());
+    const auto item =
+        std::make_shared<UINavigationItem>(displayName(filePath->lastPathComponent()));
     item->titleElision = Qt::ElideMiddle;
     item->leftBarButtonItem = std::make_shared<UIBarButtonItem>(
         UIBarButtonSystemItem::done, this, [this](QObject *sender) { onTapDone(sender); });

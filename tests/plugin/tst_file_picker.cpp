@@ -1,3 +1,4 @@
+#include "platform/foundation/file_name.h"
 #include "platform/foundation/file_reader.h"
 #include "platform/foundation/system_version.h"
 #include "plugin/plugin_on_screen.h"
@@ -194,6 +195,33 @@ private slots:
         QCOMPARE(none->data().value(0).toList(),
                  (QVariantList{QVariantMap{{u"fileName"_s, u"a"_s}},
                                QVariantMap{{u"fileName"_s, u"b"_s}}}));
+    }
+
+    void picksANameInAnotherEncoding()
+    {
+        const QByteArray path = QFile::encodeName(root->path()) + "/caf\xe9.txt";
+        const auto remove = qScopeGuard([&path] { std::remove(path.constData()); });
+        FILE *file = std::fopen(path.constData(), "w");
+        std::fputs("named", file);
+        std::fclose(file);
+        for (const int type : {1, 0}) {
+            auto arguments = options(u"txt"_s, false);
+            arguments.insert(u"type"_s, type);
+            const auto recording = call(arguments);
+            const auto screen = picker();
+            QVERIFY(screen);
+            screen->showSelection({decodeFileName(path)});
+            QTRY_VERIFY(!screen->selection().isEmpty());
+            screen->accept();
+            QTRY_COMPARE(recording->data().size(), 1);
+            QVERIFY(allGone());
+            const QVariantMap reply = recording->data().first().toMap();
+            const QString address = reply.value(u"fileUri"_s).toString();
+            if (type == 0)
+                QCOMPARE(reply.value(u"data"_s).toByteArray(), "data:text/plain;base64,bmFtZWQ=");
+            else
+                QCOMPARE(dataWithContentsOf(URL::fromString(address).value()), "named");
+        }
     }
 
     void keepsTheTypeOfTheCallBefore()

@@ -73,6 +73,14 @@ private slots:
         QTRY_COMPARE(screen->children().first()->view()->geometry(), QRect(0, 90, 844, 280));
     }
 
+    void namesCannotLie()
+    {
+        present(URL::fromFilePath(folder.filePath(u"photo_\u202Egpj.\u05D0"_s)), false);
+        QCOMPARE(bars().first()->accessibleName(), u"\u2068photo_gpj.\u05D0\u2069"_s);
+        // The one that says that the file is gone.
+        QTRY_COMPARE(window->focusWidget()->accessibleName(), u"\u2068photo_gpj.\u05D0\u2069"_s);
+    }
+
     void comesUpPaintedAndTakesKeysAtOnce()
     {
         make(file(u"long.txt"_s), true);

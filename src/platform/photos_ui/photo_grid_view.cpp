@@ -1,5 +1,6 @@
 #include "platform/photos_ui/photo_grid_view.h"
 
+#include "platform/foundation/file_name.h"
 #include "platform/photos/thumbnail_store.h"
 #include "platform/ui/theme.h"
 
@@ -287,10 +288,9 @@ void PhotoGridView::describeCurrent()
     }
     const PHAsset &asset = assetAt(m_current);
     const int number = m_numbers.value(asset.localIdentifier());
+    const QString name = displayName(asset.fileName());
     setAccessibleDescription(
-        number > 0
-            ? tr("%1, selected as number %2").arg(asset.fileName(), QLocale().toString(number))
-            : asset.fileName());
+        number > 0 ? tr("%1, selected as number %2").arg(name, QLocale().toString(number)) : name);
 }
 
 void PhotoGridView::paintEvent(QPaintEvent *)

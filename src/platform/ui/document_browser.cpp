@@ -1,5 +1,6 @@
 #include "platform/ui/document_browser.h"
 
+#include "platform/foundation/file_name.h"
 #include "platform/ui/document_fields.h"
 #include "platform/ui/ui_document_picker_controls.h"
 #include "platform/ui/ui_document_picker_list.h"
@@ -15,6 +16,7 @@
 #include <QPainter>
 #include <QStackedWidget>
 #include <QStandardPaths>
+#include <filesystem>
 
 namespace zelkam {
 
@@ -30,7 +32,8 @@ QString &lastFolder()
 
 QString DocumentBrowser::firstFolder()
 {
-    if (!lastFolder().isEmpty() && QDir(lastFolder()).exists())
+    std::error_code isUnknown;
+    if (std::filesystem::is_directory(encodeFileName(lastFolder()).toStdString(), isUnknown))
         return lastFolder();
     const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
     return QDir(documents).exists() ? documents : QDir::homePath();
@@ -165,7 +168,7 @@ void DocumentBrowser::updatePath()
     const QStringList below = m_folder.mid(path.size()).split(u'/', Qt::SkipEmptyParts);
     for (const QString &name : below) {
         path += u'/' + name;
-        steps.append({name, path});
+        steps.append({displayName(name), path});
     }
     m_path->setSteps(steps);
     m_up->setEnabled(m_folder != u"/");

@@ -1,5 +1,6 @@
 #include "platform/ui/document_save_view.h"
 
+#include "platform/foundation/file_name.h"
 #include "platform/ui/document_fields.h"
 #include "platform/ui/theme.h"
 #include "platform/ui/ui_document_picker_controls.h"
@@ -16,7 +17,7 @@ DocumentSaveView::DocumentSaveView(const QString &name)
       m_newFolder(new NewFolderRow),
       m_save(new PickerPrimaryButton(tr("Save")))
 {
-    m_name->setName(name);
+    m_name->setName(visibleName(name));
     m_name->setContentsMargins(2 * metrics::grid, metrics::grid, 2 * metrics::grid, 0);
     putAbovePath(m_name);
     putAboveList(m_newFolder);
@@ -70,7 +71,7 @@ void DocumentSaveView::showSaving(bool isSaving)
 
 void DocumentSaveView::tapDocument(const QModelIndex &document)
 {
-    m_name->setName(model().entry(document).name);
+    m_name->setName(visibleName(model().entry(document).name));
 }
 
 void DocumentSaveView::openDocument(const QModelIndex &document)

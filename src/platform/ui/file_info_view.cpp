@@ -79,11 +79,9 @@ void FileInfoView::paintEvent(QPaintEvent *)
     y += iconSize + 2 * metrics::grid;
 
     constexpr double rest = 1000.0;
-    QString name = m_file.name;
-    name.replace(u'\n', u' ');
     const QFont title = themeFont(TextRole::title, font());
     const QFontMetrics titleMetrics(title);
-    name = titleMetrics.elidedText(name, Qt::ElideMiddle, int(room * 2.6));
+    const QString name = titleMetrics.elidedText(m_file.name, Qt::ElideMiddle, int(room * 2.6));
     y = drawCentred(painter, title, palette().color(QPalette::WindowText), name,
                     {left, y, room, rest}, 3);
     y = drawCentred(painter, themeFont(TextRole::caption, font()), secondaryTextColor(palette()),

@@ -1,9 +1,9 @@
 #include "platform/ui/file_saving.h"
 
 #include "platform/foundation/file_copy.h"
+#include "platform/foundation/file_name.h"
 
 #include <QCoreApplication>
-#include <QFile>
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -29,11 +29,11 @@ std::error_code saveCopy(const RegularFile &file, const QString &folder, const Q
                          OlderFile older, const std::atomic<bool> &isCancelled)
 {
     const FileDescriptor opened(
-        ::open(QFile::encodeName(folder).constData(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+        ::open(encodeFileName(folder).constData(), O_PATH | O_DIRECTORY | O_CLOEXEC));
     if (!opened.isOpen())
         return outcome(-1);
     constexpr mode_t forEverybody = S_IRUSR | S_IWUSR | S_IRGRP | S_IWGRP | S_IROTH | S_IWOTH;
-    return createFileIn(opened.get(), QFile::encodeName(name), forEverybody, older, [&](int fd) {
+    return createFileIn(opened.get(), encodeFileName(name), forEverybody, older, [&](int fd) {
         const auto error = copyContents(file, fd, &isCancelled);
         // A drive may be full, or be pulled out, after the last byte was taken.
         return error ? error : outcome(::fsync(fd));
@@ -42,7 +42,7 @@ std::error_code saveCopy(const RegularFile &file, const QString &folder, const Q
 
 std::error_code makeFolder(const QString &in, const QString &name)
 {
-    return outcome(::mkdir(QFile::encodeName(in + u'/' + name).constData(), ACCESSPERMS));
+    return outcome(::mkdir(encodeFileName(in + u'/' + name).constData(), ACCESSPERMS));
 }
 
 QString nameProblem(const QString &name)

@@ -1,5 +1,6 @@
 #include "platform/ui/preview_file.h"
 
+#include "platform/foundation/file_name.h"
 #include "platform/foundation/file_reader.h"
 
 #include <QFileInfo>
@@ -20,7 +21,7 @@ constexpr qint64 headSize = 16 * 1024;
 /// Opens without waiting for the other end of a pipe. Returns -1 with the state set.
 int openRegular(const QString &path, PreviewFile &file)
 {
-    const int fd = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    const int fd = ::open(encodeFileName(path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     if (fd < 0) {
         file.state = errno == EACCES || errno == EPERM ? PreviewFile::State::denied
                                                        : PreviewFile::State::missing;

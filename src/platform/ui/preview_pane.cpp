@@ -1,6 +1,7 @@
 #include "platform/ui/preview_pane.h"
 
 #include "platform/foundation/dispatch_queue.h"
+#include "platform/foundation/file_name.h"
 #include "platform/ui/background_work.h"
 #include "platform/ui/file_info_view.h"
 #include "platform/ui/image_view.h"
@@ -101,6 +102,8 @@ void PreviewPane::pausePlayback()
 void PreviewPane::showContent(PreviewContent content)
 {
     m_patience.stop();
+    if (!content.file.name.isEmpty())
+        content.file.name = displayName(content.file.name);
     setShown(makeView(content));
     emit ready();
 }

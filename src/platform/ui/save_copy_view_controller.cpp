@@ -1,6 +1,7 @@
 #include "platform/ui/save_copy_view_controller.h"
 
 #include "platform/foundation/dispatch_queue.h"
+#include "platform/foundation/file_name.h"
 #include "platform/ui/background_work.h"
 #include "platform/ui/document_save_view.h"
 #include "platform/ui/file_info_view.h"
@@ -30,7 +31,8 @@ protected:
         const QMimeType type =
             QMimeDatabase().mimeTypeForFile(m_name, QMimeDatabase::MatchExtension);
         auto *sheet = new ShareSheet(
-            {kindIconNames(type), m_name, SaveCopyViewController::tr("Already in this folder")},
+            {kindIconNames(type), displayName(m_name),
+             SaveCopyViewController::tr("Already in this folder")},
             {{SaveCopyViewController::tr("Replace"), QStringLiteral("document-replace")}});
         connect(sheet, &ShareSheet::cancelled, this, [this] { leave(true); });
         connect(sheet, &ShareSheet::chosen, this, [this] { leave(true, m_replace); });

@@ -26,7 +26,8 @@ public:
     /// none was made.
     using Ended = std::function<void(const QString &folder)>;
 
-    /// @param name  what the copy is called as long as the person says nothing else
+    /// @param name  what the copy is called as long as the person says nothing else; only what can
+    /// be seen of it
     SaveCopyViewController(RegularFile file, QString name, Ended ended);
     ~SaveCopyViewController() override;
 

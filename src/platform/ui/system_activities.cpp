@@ -1,5 +1,6 @@
 #include "platform/ui/system_activities.h"
 
+#include "platform/foundation/file_name.h"
 #include "platform/foundation/regular_file.h"
 #include "platform/ui/save_copy_view_controller.h"
 #include "platform/ui/shared_files.h"
@@ -154,7 +155,8 @@ public:
         }
         const auto ended = [done, window = QPointer(window)](const QString &folder) {
             if (!folder.isEmpty())
-                makeToast(window, Sentences::tr("Saved to “%1”").arg(QDir(folder).dirName()));
+                makeToast(window,
+                          Sentences::tr("Saved to “%1”").arg(displayName(QDir(folder).dirName())));
             done(!folder.isEmpty());
         };
         presenter->present(std::make_shared<SaveCopyViewController>(

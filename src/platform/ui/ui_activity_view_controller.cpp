@@ -1,5 +1,6 @@
 #include "platform/ui/ui_activity_view_controller.h"
 
+#include "platform/foundation/file_name.h"
 #include "platform/foundation/file_reader.h"
 #include "platform/ui/file_info_view.h"
 #include "platform/ui/share_sheet.h"
@@ -29,7 +30,7 @@ ShareSheet::Head headFor(const QList<URL> &items)
         file.size = info.size();
         file.type = QMimeDatabase().mimeTypeForFile(info);
     }
-    return {kindIconNames(file.type), file.name, kindAndSize(file)};
+    return {kindIconNames(file.type), displayName(file.name), kindAndSize(file)};
 }
 
 } // namespace

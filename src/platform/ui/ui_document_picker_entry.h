@@ -22,8 +22,9 @@ enum class DocumentSelection : quint8 { none, one, several };
 /// One item of a folder. A link stands for what it leads to.
 struct DocumentEntry
 {
-    QString name;
-    QString folded; ///< the name as searches compare it
+    QString name;   ///< by decodeFileName()
+    QString shown;  ///< the name as it is drawn, by displayName()
+    QString folded; ///< what is drawn, as searches compare it
     qint64 size = 0;
     qint64 modified = 0; ///< seconds since 1970
     bool isFolder = false;

@@ -1,6 +1,7 @@
 #include "platform/ui/ui_document_picker_entry_reader.h"
 
-#include <QFile>
+#include "platform/foundation/file_name.h"
+
 #include <algorithm>
 #include <cstring>
 #include <fcntl.h>
@@ -19,8 +20,9 @@ std::optional<DocumentEntry> DocumentEntryReader::read(const char *name)
     if (std::strcmp(name, ".") == 0 || std::strcmp(name, "..") == 0)
         return std::nullopt;
     DocumentEntry entry;
-    entry.name = QFile::decodeName(name);
-    entry.folded = foldedForSearch(entry.name);
+    entry.name = decodeFileName(name);
+    entry.shown = displayName(entry.name);
+    entry.folded = foldedForSearch(visibleName(entry.name));
     entry.isHidden = name[0] == '.';
     struct stat info = {};
     if (::fstatat(m_folder, name, &info, 0) != 0) {
@@ -31,10 +33,7 @@ std::optional<DocumentEntry> DocumentEntryReader::read(const char *name)
     entry.modified = info.st_mtim.tv_sec;
     entry.isFolder = S_ISDIR(info.st_mode);
     const int need = entry.isFolder ? R_OK | X_OK : R_OK;
-    // A name that is not text in the system's encoding cannot be given back to the system.
-    if (QFile::encodeName(entry.name) != name)
-        entry.choice = DocumentChoice::unreadable;
-    else if (!entry.isFolder && !S_ISREG(info.st_mode))
+    if (!entry.isFolder && !S_ISREG(info.st_mode))
         entry.choice = DocumentChoice::notAFile;
     else if (::faccessat(m_folder, name, need, AT_EACCESS) != 0)
         entry.choice = DocumentChoice::unreadable;

@@ -155,7 +155,7 @@ QVariant DocumentPickerModel::data(const QModelIndex &index, int role) const
     const DocumentEntry &item = entry(index);
     switch (role) {
     case Qt::DisplayRole:
-        return item.name;
+        return item.shown;
     case Qt::AccessibleDescriptionRole: {
         QStringList parts{documentSize(item), documentDate(item), documentProblem(item)};
         if (isSelected(index))
@@ -164,7 +164,7 @@ QVariant DocumentPickerModel::data(const QModelIndex &index, int role) const
         return parts.join(QStringLiteral(", "));
     }
     case Qt::ToolTipRole:
-        return item.name.toHtmlEscaped();
+        return item.shown.toHtmlEscaped();
     default:
         return {};
     }

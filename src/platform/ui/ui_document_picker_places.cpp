@@ -1,5 +1,6 @@
 #include "platform/ui/ui_document_picker_places.h"
 
+#include "platform/foundation/file_name.h"
 #include "platform/ui/theme.h"
 #include "platform/ui/ui_document_picker_controls.h"
 
@@ -38,7 +39,7 @@ QStringList removableMounts(const QByteArray &mounts)
 {
     QStringList paths;
     for (const QByteArray &line : mounts.split('\n')) {
-        const QString path = QFile::decodeName(unescaped(line.split(' ').value(1)));
+        const QString path = decodeFileName(unescaped(line.split(' ').value(1)));
         if (path.startsWith(u"/media/") || path.startsWith(u"/run/media/") ||
             path.startsWith(u"/mnt/"))
             paths.append(path);
@@ -80,8 +81,8 @@ QList<DocumentPlace> documentPlaces()
     QFile mounts(QStringLiteral("/proc/self/mounts"));
     if (mounts.open(QIODevice::ReadOnly)) {
         for (const QString &path : removableMounts(mounts.readAll()))
-            places.append(
-                {path.section(u'/', -1), path, QStringLiteral("drive-removable-media-symbolic")});
+            places.append({displayName(path.section(u'/', -1)), path,
+                           QStringLiteral("drive-removable-media-symbolic")});
     }
     places.append({translated(QT_TRANSLATE_NOOP("DocumentPlaces", "This device")),
                    QStringLiteral("/"), QStringLiteral("drive-harddisk-symbolic")});

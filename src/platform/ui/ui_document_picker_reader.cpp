@@ -2,11 +2,11 @@
 
 #include "platform/foundation/dispatch_queue.h"
 #include "platform/foundation/file_descriptor.h"
+#include "platform/foundation/file_name.h"
 #include "platform/ui/background_work.h"
 #include "platform/ui/ui_document_picker_entry_reader.h"
 
 #include <QCollator>
-#include <QFile>
 #include <QLocale>
 #include <QPointer>
 #include <algorithm>
@@ -46,7 +46,7 @@ void sortForPeople(QList<DocumentEntry> &entries)
     std::vector<QCollatorSortKey> keys;
     keys.reserve(size_t(entries.size()));
     for (const DocumentEntry &entry : std::as_const(entries))
-        keys.push_back(collator.sortKey(entry.name));
+        keys.push_back(collator.sortKey(entry.shown));
     std::vector<size_t> order(keys.size());
     std::iota(order.begin(), order.end(), size_t(0));
     std::sort(order.begin(), order.end(), [&](size_t a, size_t b) {
@@ -111,7 +111,7 @@ void DocumentFolderReader::run(const std::shared_ptr<Job> &job)
     DocumentListing listing;
     listing.path = job->path;
     errno = 0;
-    DIR *folder = ::opendir(QFile::encodeName(job->path).constData());
+    DIR *folder = ::opendir(encodeFileName(job->path).constData());
     if (!folder) {
         listing.error = {errno, std::generic_category()};
         deliver(job, [listing](DocumentFolderReader &reader) { emit reader.finished(listing); });

@@ -23,10 +23,8 @@ constexpr qsizetype mostIcons = 500;
 void drawText(QPainter &painter, const QRect &room, const QString &text, Qt::Alignment alignment,
               Qt::TextElideMode elide = Qt::ElideRight)
 {
-    QString line = text;
-    line.replace(u'\n', u' ');
     painter.drawText(room, int(alignment) | Qt::TextSingleLine,
-                     painter.fontMetrics().elidedText(line, elide, room.width()));
+                     painter.fontMetrics().elidedText(text, elide, room.width()));
 }
 
 } // namespace
@@ -133,7 +131,7 @@ void DocumentRowDelegate::drawWide(QPainter &painter, const QRect &room, const D
         QStyle::visualRect(painter.layoutDirection(), room, room.adjusted(0, 0, -columns, 0));
     painter.setFont(themeFont(TextRole::body, painter.font()));
     painter.setPen(palette.color(QPalette::WindowText));
-    drawText(painter, name, entry.name, Qt::AlignVCenter, Qt::ElideMiddle);
+    drawText(painter, name, entry.shown, Qt::AlignVCenter, Qt::ElideMiddle);
     painter.setFont(themeFont(TextRole::caption, painter.font()));
     painter.setPen(secondaryTextColor(palette));
     const QString problem = documentProblem(entry);
@@ -158,7 +156,7 @@ void DocumentRowDelegate::drawNarrow(QPainter &painter, const QRect &room,
     const QRect lower = room.adjusted(0, room.height() / 2 + 3, 0, -8);
     painter.setFont(themeFont(TextRole::body, painter.font()));
     painter.setPen(palette.color(QPalette::WindowText));
-    drawText(painter, details.isEmpty() ? room : upper, entry.name, Qt::AlignVCenter,
+    drawText(painter, details.isEmpty() ? room : upper, entry.shown, Qt::AlignVCenter,
              Qt::ElideMiddle);
     painter.setFont(themeFont(TextRole::caption, painter.font()));
     painter.setPen(secondaryTextColor(palette));

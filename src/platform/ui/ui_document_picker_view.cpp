@@ -1,5 +1,6 @@
 #include "platform/ui/ui_document_picker_view.h"
 
+#include "platform/foundation/file_name.h"
 #include "platform/ui/theme.h"
 #include "platform/ui/ui_document_picker_content.h"
 #include "platform/ui/ui_document_picker_controls.h"
@@ -56,7 +57,7 @@ void DocumentPickerView::updateSelection()
         m_count->setLine(tr("%Ln selected", nullptr, count), QLocale().toString(count),
                          Qt::ElideRight);
     else
-        m_count->setLine(selected.first().section(u'/', -1), {}, Qt::ElideMiddle);
+        m_count->setLine(displayName(selected.first().section(u'/', -1)), {}, Qt::ElideMiddle);
     m_open->setEnabled(!selected.isEmpty() && !m_isOpening);
     m_clear->setVisible(m_multiple && !selected.isEmpty());
 }

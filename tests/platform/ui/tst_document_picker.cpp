@@ -1,4 +1,5 @@
 #include "platform/foundation/bundle.h"
+#include "platform/foundation/file_name.h"
 #include "platform/ui/document_browser.h"
 #include "platform/ui/ui_document_picker_model.h"
 #include "platform/ui/ui_document_picker_places.h"
@@ -26,7 +27,7 @@ public:
     void documentPicker(UIDocumentPickerViewController *, const QList<URL> &urls) override
     {
         for (const URL &url : urls)
-            heard.append(url.lastPathComponent());
+            heard.append(displayName(url.lastPathComponent()));
     }
     void documentPickerWasCancelled(UIDocumentPickerViewController *) override
     {
@@ -82,7 +83,7 @@ private:
     {
         QStringList result;
         for (const QString &path : picker->selection())
-            result.append(path.section(u'/', -1));
+            result.append(displayName(path.section(u'/', -1)));
         return result;
     }
 
@@ -141,14 +142,15 @@ private slots:
         const auto row = [](const char *name, const QString &type, const char *picked) {
             QTest::newRow(name) << QStringList(type) << QString::fromUtf8(picked);
         };
-        row("one type", u"com.adobe.pdf"_s, "invoice, Über.pdf");
+        row("one type", u"com.adobe.pdf"_s, "invoice, ü.pdf, Über.pdf");
         row("content, which leaves out no document", u"public.content"_s,
-            "b.docx, c.mp3, invoice, minutes 2.txt, Minutes 10.txt, photo.nobody-knows, Über.pdf");
+            "b.docx, c.mp3, invoice, minutes 2.txt, Minutes 10.txt, photo.nobody-knows, ü.pdf, "
+            "Über.pdf");
         row("text, which an office document is not", u"public.text"_s,
             "minutes 2.txt, Minutes 10.txt");
         row("anything", u"public.item"_s,
             "b.docx, c.mp3, data.nobody-knows, invoice, minutes 2.txt, Minutes 10.txt, "
-            "photo.nobody-knows, Über.pdf");
+            "photo.nobody-knows, ü.pdf, Über.pdf");
         row("a type that nobody knows", u"public.nothing"_s, "");
     }
     void letsAllowedTypesBePicked()
@@ -188,6 +190,33 @@ private slots:
         picker->accept();
         picker->cancel(); // the screen takes that still when there is nothing to accept
         QCOMPARE(delegate->heard.join(u", "_s), picked.isEmpty() ? u"cancelled"_s : picked);
+    }
+
+    void namesCannotLie()
+    {
+        const QByteArray folder = QFile::encodeName(root->path()) + "/\xe9\u202Ea\u05D0";
+        const QByteArray file = folder + "/\u202Efdp.\xe9";
+        const auto remove = qScopeGuard([&] {
+            std::remove(file.constData());
+            std::remove(folder.constData());
+        });
+        QCOMPARE(::mkdir(folder.constData(), 0700), 0);
+        std::fclose(std::fopen(file.constData(), "w"));
+        present({u"public.item"_s}, false);
+        tap(u"\u2068éa\u05D0\u2069"_s);
+        QTRY_COMPARE(names(), QStringList(u"fdp.é"_s));
+        QVERIFY(button(u"\u2068éa\u05D0\u2069"_s)); // in the path
+        QCOMPARE(item(u"fdp.é"_s).data(Qt::ToolTipRole), u"fdp.é"_s);
+        search()->setText(u"p.É"_s);
+        tap(u"fdp.é"_s);
+        QStringList lines;
+        for (const auto *line : picker->view()->findChildren<QLabel *>())
+            lines.append(line->text());
+        QVERIFY(lines.contains(u"fdp.é"_s));
+        QCOMPARE(picker->selection(), QStringList(decodeFileName(file)));
+        picker->accept();
+        QTRY_COMPARE(delegate->heard, QStringList(u"fdp.é"_s));
+        QCOMPARE(DocumentBrowser::firstFolder(), decodeFileName(folder));
     }
 
     void picksAcrossFoldersInOrder()

@@ -221,9 +221,32 @@ private slots:
         QVERIFY(QFile::exists(m_folder->filePath(u"new/copy.txt"_s)));
     }
 
+    void namesCannotLie()
+    {
+        const QString folder = m_folder->filePath(u"\u202Ea\u05D0"_s);
+        m_file = folder + u"/photo_\u202Egpj.\u05D0"_s;
+        QVERIFY(QDir().mkpath(folder) && sample::write(m_file, "content\n"));
+        QVERIFY(sample::write(folder + u"/photo_gpj.\u05D0"_s, "older"));
+        const QString shown = u"\u2068photo_gpj.\u05D0\u2069"_s;
+        present();
+        QCOMPARE(top()->accessibleName(), shown);
+        button(u"Save a Copy"_s)->click();
+        QTRY_VERIFY(browser() && !window->isInTransition());
+        m_save = top();
+        browser()->openFolder(folder);
+        QTRY_VERIFY(browser()->isReady());
+        QCOMPARE(field(u"Name"_s)->text(), u"photo_gpj.\u05D0"_s);
+        button(u"Save"_s)->click();
+        QTRY_VERIFY(top() != m_save && !window->isInTransition());
+        QCOMPARE(top()->accessibleName(), shown);
+        press(Qt::Key_Return);
+        QTRY_COMPARE(m_outcome, u"save-copy!"_s);
+        QCOMPARE(toast(), u"Saved to “\u2068a\u05D0\u2069”"_s);
+    }
+
     void aTapOnAFileTakesItsName()
     {
-        QVERIFY(sample::write(m_folder->filePath(u"old.txt"_s), "old"));
+        QVERIFY(sample::write(m_folder->filePath(u"old.txt\u200B"_s), "old"));
         save();
         auto *list = top()->findChild<QListView *>();
         QTRY_COMPARE(list->model()->rowCount(), 2);
