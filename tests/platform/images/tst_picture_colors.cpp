@@ -5,6 +5,7 @@
 #include "platform/images/picture.h"
 
 #include <QFile>
+#include <QPainter>
 #include <QTest>
 #include <algorithm>
 #include <cstdlib>
@@ -21,19 +22,34 @@ QByteArray dataFile(const QByteArray &name)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
+/// What the row says, with a pixel for each cell.
+QImage cellsOf(const QByteArrayList &row)
+{
+    QImage cells(row.at(1).toInt(), row.at(2).toInt(), QImage::Format_ARGB32);
+    for (int i = 0; i < cells.width() * cells.height(); ++i) {
+        const QByteArray color = QByteArray::fromHex(row.at(4 + i)).append('\xff');
+        const auto channel = [&color](int c) { return static_cast<uchar>(color.at(c)); };
+        cells.setPixel(i % cells.width(), i / cells.width(),
+                       qRgba(channel(0), channel(1), channel(2), channel(3)));
+    }
+    return cells;
+}
+
 /// The largest difference of a channel in the middle of a cell. A pixel that nobody sees has no
 /// colour.
-int difference(const QImage &image, int columns, const QByteArrayList &cells)
+int difference(const QImage &image, const QImage &cells)
 {
-    const int edge = image.width() / columns;
+    const int edge = image.width() / cells.width();
     int largest = 0;
-    for (int i = 0; i < cells.size(); ++i) {
-        const QByteArray wanted = QByteArray::fromHex(cells.at(i)).append('\xff');
-        const QColor found =
-            image.pixelColor(i % columns * edge + edge / 2, i / columns * edge + edge / 2);
-        const int channels[] = {found.red(), found.green(), found.blue(), found.alpha()};
-        for (int c = wanted.at(3) == 0 ? 3 : 0; c < 4; ++c)
-            largest = std::max(largest, std::abs(channels[c] - static_cast<uchar>(wanted.at(c))));
+    for (int i = 0; i < cells.width() * cells.height(); ++i) {
+        const QPoint at(i % cells.width(), i / cells.width());
+        const QColor wanted = cells.pixelColor(at);
+        const QColor found = image.pixelColor(at * edge + QPoint(edge / 2, edge / 2));
+        largest = std::max(largest, std::abs(found.alpha() - wanted.alpha()));
+        if (wanted.alpha() > 0)
+            largest = std::max({largest, std::abs(found.red() - wanted.red()),
+                                std::abs(found.green() - wanted.green()),
+                                std::abs(found.blue() - wanted.blue())});
     }
     return largest;
 }
@@ -57,8 +73,8 @@ private slots:
     {
         QFETCH(const QByteArrayList, row);
         const QByteArray file = dataFile(row.at(0));
-        const int columns = row.at(1).toInt();
-        const QSize size = QSize(columns, row.at(2).toInt()) * cellEdge;
+        const QImage cells = cellsOf(row);
+        const QSize size = cells.size() * cellEdge;
         const int allowed = row.at(3).toInt();
         const QByteArray kind = row.at(0).mid(row.at(0).lastIndexOf('.'));
         QVERIFY(pictureTypeIdentifier(file).value_or(QString()).endsWith(QLatin1String(kind)));
@@ -66,11 +82,21 @@ private slots:
         const auto picture = decodePicture(file);
         QVERIFY(picture);
         QCOMPARE(picture->size(), size);
-        QCOMPARE_LE(difference(picture->toQImage(), columns, row.mid(4)), allowed);
-        const auto small = decodePicture(file, size / 2);
-        QVERIFY(small);
-        QCOMPARE(small->size(), size / 2);
-        QCOMPARE_LE(difference(small->toQImage(), columns, row.mid(4)), allowed + 2);
+        QCOMPARE_LE(difference(picture->toQImage(), cells), allowed);
+        const auto half = [size](QSize whole) { return whole == size ? size / 2 : QSize(); };
+        for (const auto &small :
+             {decodePicture(file, size / 2), decodePictureForThumbnail(file, half)}) {
+            QVERIFY(small);
+            QCOMPARE(small->size(), size / 2);
+            QCOMPARE_LE(difference(small->toQImage(), cells), allowed + 2);
+        }
+        // What is saved of it is upright as it is, lies on white and holds nothing else.
+        QImage onWhite(cells.size(), QImage::Format_RGB32);
+        onWhite.fill(Qt::white);
+        QPainter(&onWhite).drawImage(0, 0, cells);
+        const auto saved = UIImageJPEGRepresentation(*picture, 0.95);
+        QVERIFY(saved && !saved->contains("Exif"));
+        QCOMPARE_LE(difference(QImage::fromData(*saved), onWhite), allowed + 6);
     }
 };
 
