@@ -166,8 +166,3 @@ bool HostProcess::waitForOutput(const QString &beginning, int timeoutMillisecond
         },
         timeoutMilliseconds);
 }
-
-QString HostProcess::downloadPath(const QString &name) const
-{
-    return temporaryDirectory() + u"/Download/"_s + name;
-}

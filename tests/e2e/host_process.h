@@ -40,7 +40,6 @@ public:
     bool waitForOutput(const QString &beginning, int timeoutMilliseconds = 10000);
 
     QString temporaryDirectory() const { return m_root.filePath(QStringLiteral("tmp")); }
-    QString downloadPath(const QString &name) const;
     QString picturesDirectory() const { return m_root.filePath(QStringLiteral("pictures")); }
     QString screenshotsDirectory() const { return m_root.filePath(QStringLiteral("screenshots")); }
 

@@ -2,11 +2,10 @@
 
 #include "platform/foundation/file_manager.h"
 #include "platform/photos/saved_photos_album.h"
-#include "platform/ui/theme.h"
-#include "platform/ui/ui_window.h"
 #include "plugin/zelkam_mobile_contents_plugin.h"
 #include "support/recording_call.h"
 #include "support/sample_files.h"
+#include "support/screen_test.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -16,34 +15,26 @@ namespace zelkam::test {
 
 /// A page on a phone's screen, the plug-in that it calls through the meta-object as a host does,
 /// and folders of their own, for each test anew.
-class PluginOnScreen : public QObject
+class PluginOnScreen : public ScreenTest
 {
 protected:
     std::unique_ptr<QTemporaryDir> root;
-    std::unique_ptr<UIWindow> window;
-    std::shared_ptr<UIViewController> page;
     std::shared_ptr<ZelkamMobileContentsPlugin> plugin;
 
     void begin()
     {
-        setMotionReduced(true);
         root = std::make_unique<QTemporaryDir>();
         QVERIFY(!setTemporaryDirectory(root->filePath(QStringLiteral("container"))));
         QVERIFY(QDir(root->path()).mkpath(QStringLiteral("pictures")));
         setPicturesDirectory(root->filePath(QStringLiteral("pictures")));
-        window = std::make_unique<UIWindow>();
-        page = std::make_shared<UIViewController>();
-        window->setRootViewController(page);
-        window->resize(390, 844);
-        window->makeKeyAndVisible();
+        openWindow();
         plugin = makePlugin<ZelkamMobileContentsPlugin>();
         plugin->setViewController(page.get());
     }
     void end()
     {
         plugin.reset();
-        window.reset();
-        page.reset();
+        closeWindow();
     }
 
     std::shared_ptr<RecordingCall> call(const char *command,

@@ -41,18 +41,16 @@ private slots:
         const QString key = u"k"_s;
         const QVariantMap arguments{{key, value}};
         QStringList readable;
-        if (boolArgument(arguments, key))
-            readable += u"bool"_s;
-        if (stringArgument(arguments, key))
-            readable += u"string"_s;
-        if (integerArgument(arguments, key))
-            readable += u"integer"_s;
-        if (numberArgument(arguments, key))
-            readable += u"number"_s;
-        if (dictionaryArgument(arguments, key))
-            readable += u"dictionary"_s;
-        if (textDictionaryArgument(arguments, key))
-            readable += u"texts"_s;
+        const auto add = [&](const char *kind, bool isReadable) {
+            if (isReadable)
+                readable.append(QString::fromLatin1(kind));
+        };
+        add("bool", boolArgument(arguments, key).has_value());
+        add("string", stringArgument(arguments, key).has_value());
+        add("integer", integerArgument(arguments, key).has_value());
+        add("number", numberArgument(arguments, key).has_value());
+        add("dictionary", dictionaryArgument(arguments, key).has_value());
+        add("texts", textDictionaryArgument(arguments, key).has_value());
         QTEST(readable.join(u' '), "readableAs");
         QVERIFY(!boolArgument(arguments, u"K"_s) && !stringArgument({}, key));
     }

@@ -1,4 +1,3 @@
-#include "download/zelkam_mobile_file_download_util.h"
 #include "host/zelkam_mobile_data.h"
 #include "platform/foundation/bundle.h"
 #include "platform/network/connectivity.h"
@@ -64,11 +63,7 @@ private:
     QVariantMap get(const QString &path) { return {{u"url"_s, server.url(path)}}; }
     QString downloadFolder() const { return NSTemporaryDirectory() + u"Download/"_s; }
     QStringList downloads() const { return QDir(downloadFolder()).entryList(QDir::Files); }
-    QByteArray content(const QString &name) const
-    {
-        QFile file(downloadFolder() + name);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no file)");
-    }
+    QByteArray content(const QString &name) const { return sample::read(downloadFolder() + name); }
     /// What a screen reader finds in the toasts on the page.
     QStringList toastTexts() const
     {
@@ -140,16 +135,6 @@ private slots:
         replies({{u"url"_s, QString(address).replace(u"{server}"_s, server.url(QString()))}});
         QCOMPARE(server.requests().size(), before + 1);
         QCOMPARE(server.requests().last().target, row.text("target").toUtf8());
-    }
-
-    void beginsWithTheDefaults()
-    {
-        const ZelkamMobileFileDownloadUtil engine;
-        QVERIFY(engine.fileOpen() && engine.showProgress() && !engine.pluginObj.get());
-        QVERIFY(!engine.showNotify() && !engine.shareFile() && !engine.saveAlbum());
-        QVERIFY(!engine.fileName() && engine.httpHeaders().isEmpty());
-        QVERIFY(engine.requestData().isEmpty());
-        QCOMPARE(engine.requestType() + engine.dataType(), u"getapplication/json"_s);
     }
 
     void makesRequests_data() { addRows({"plugin/file_download.json"}); }

@@ -38,12 +38,6 @@ QVariantMap options(const QString &extension, bool multiselect)
     return {{u"extension"_s, extension}, {u"multiselect"_s, multiselect}, {u"maxcount"_s, 1}};
 }
 
-QByteArray read(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no file)");
-}
-
 } // namespace
 
 /// The command with real files and screens.
@@ -161,7 +155,7 @@ private slots:
         const QString other = document(u"sub/My Report.pdf"_s, "other");
         // Without a host's transformer, the address is the bare path, with the name encoded.
         QCOMPARE(picked(one, 1, false), (QVariantMap{{u"fileUri"_s, copy(u"My%20Report.pdf"_s)}}));
-        QCOMPARE(read(copy(u"My%20Report.pdf"_s)), "one");
+        QCOMPARE(sample::read(copy(u"My%20Report.pdf"_s)), "one");
         const auto others =
             QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther;
         QVERIFY(!(QFile::permissions(copy(u"My%20Report.pdf"_s)) & others));
@@ -171,7 +165,7 @@ private slots:
         const QVariantList addresses = several->data().value(0).toList();
         QCOMPARE(addresses.size(), 2);
         QCOMPARE(addresses.at(0), addresses.at(1)); // one copy, and the later one wins
-        QCOMPARE(read(copy(u"My%20Report.pdf"_s)), "other");
+        QCOMPARE(sample::read(copy(u"My%20Report.pdf"_s)), "other");
         QCOMPARE(dataWithContentsOf(*URL::fromString(addresses.at(0).toString())), "other");
     }
 
@@ -254,7 +248,7 @@ private slots:
             if (withHost)
                 QCOMPARE(dataWithContentsOf(URL::fromString(address).value()), "named");
             else
-                QCOMPARE(read(address), "named");
+                QCOMPARE(sample::read(address), "named");
             if (!withHost && name == u"a b.txt")
                 QCOMPARE(address, copy(u"a%20b.txt"_s));
             const QVariantMap record = picked(path, 0, withHost);
@@ -269,7 +263,7 @@ private slots:
         const QString one = document(name, "one");
         const QString other = document(name.chopped(1) + u'x');
         QVERIFY(addressOf(one) != addressOf(other));
-        QCOMPARE(read(addressOf(one)), "one");
+        QCOMPARE(sample::read(addressOf(one)), "one");
         // The name that a page may show is there as long as it fits.
         const QString fits(85, u'가');
         QVERIFY(addressOf(document(fits)).endsWith(u'/' + fits));
@@ -305,7 +299,7 @@ private slots:
         plugin->documentPicker(nullptr, urls({path}));
         ::setrlimit(RLIMIT_FSIZE, &limit);
         QCOMPARE(recording->replies(), QStringList(u"error FILE_NOT_FOUND"_s));
-        QCOMPARE(read(copy(u"large.bin"_s)), "older");
+        QCOMPARE(sample::read(copy(u"large.bin"_s)), "older");
         QCOMPARE(QDir(NSTemporaryDirectory()).entryList(QDir::Files | QDir::Hidden),
                  QStringList(u"large.bin"_s));
     }
@@ -314,7 +308,7 @@ private slots:
     {
         QVERIFY(sample::write(copy(u"a.txt"_s), "inside"));
         QCOMPARE(pick(urls({copy(u"a.txt"_s)}), 1)->replies(), QStringList(u"success with data"_s));
-        QCOMPARE(read(copy(u"a.txt"_s)), "inside");
+        QCOMPARE(sample::read(copy(u"a.txt"_s)), "inside");
     }
 
     void endsTheProgramOnWhatCannotBe_data()

@@ -91,64 +91,39 @@ int file_faults::disarm()
     if ((fault) > 0)                                                                               \
     return -1
 
-#define OPEN(name)                                                                                 \
-    extern "C" int name(const char *path, int flags, ...)                                          \
+#define OPEN(name, parameters, fault, ...)                                                         \
+    extern "C" int name parameters                                                                 \
     {                                                                                              \
         va_list list;                                                                              \
         va_start(list, flags);                                                                     \
         const mode_t mode = va_arg(list, mode_t);                                                  \
         va_end(list);                                                                              \
         NEXT(name);                                                                                \
-        FAIL(faultOf(path));                                                                       \
-        return next_##name(path, flags, mode);                                                     \
+        FAIL(fault);                                                                               \
+        return next_##name(__VA_ARGS__, mode);                                                     \
     }
-#define OPENAT(name)                                                                               \
-    extern "C" int name(int fd, const char *path, int flags, ...)                                  \
-    {                                                                                              \
-        va_list list;                                                                              \
-        va_start(list, flags);                                                                     \
-        const mode_t mode = va_arg(list, mode_t);                                                  \
-        va_end(list);                                                                              \
-        NEXT(name);                                                                                \
-        FAIL(faultAt(fd, path));                                                                   \
-        return next_##name(fd, path, flags, mode);                                                 \
-    }
-OPEN(open)
-OPEN(open64)
-OPENAT(openat)
-OPENAT(openat64)
+OPEN(open, (const char *path, int flags, ...), faultOf(path), path, flags)
+OPEN(open64, (const char *path, int flags, ...), faultOf(path), path, flags)
+OPEN(openat, (int fd, const char *path, int flags, ...), faultAt(fd, path), fd, path, flags)
+OPEN(openat64, (int fd, const char *path, int flags, ...), faultAt(fd, path), fd, path, flags)
 
-#define SIZED(name, data)                                                                          \
-    extern "C" ssize_t name(int fd, data bytes, size_t size)                                       \
+#define SIZED(name, parameters, ...)                                                               \
+    extern "C" ssize_t name parameters                                                             \
     {                                                                                              \
         NEXT(name);                                                                                \
         const int fault = faultOf(fd);                                                             \
         FAIL(fault);                                                                               \
-        return next_##name(fd, bytes, fault == file_faults::half ? (size + 1) / 2 : size);         \
+        if (fault == file_faults::half)                                                            \
+            size = (size + 1) / 2;                                                                 \
+        return next_##name(__VA_ARGS__);                                                           \
     }
-SIZED(read, void *)
-SIZED(write, const void *)
-
-#define PREAD(name)                                                                                \
-    extern "C" ssize_t name(int fd, void *bytes, size_t size, off_t from)                          \
-    {                                                                                              \
-        NEXT(name);                                                                                \
-        const int fault = faultOf(fd);                                                             \
-        FAIL(fault);                                                                               \
-        return next_##name(fd, bytes, fault == file_faults::half ? (size + 1) / 2 : size, from);   \
-    }
-PREAD(pread)
-PREAD(pread64)
-
-extern "C" ssize_t copy_file_range(int from, off64_t *fromPlace, int to, off64_t *toPlace,
-                                   size_t size, unsigned flags)
-{
-    NEXT(copy_file_range);
-    const int fault = faultOf(to);
-    FAIL(fault);
-    return next_copy_file_range(from, fromPlace, to, toPlace,
-                                fault == file_faults::half ? (size + 1) / 2 : size, flags);
-}
+SIZED(read, (int fd, void *bytes, size_t size), fd, bytes, size)
+SIZED(write, (int fd, const void *bytes, size_t size), fd, bytes, size)
+SIZED(pread, (int fd, void *bytes, size_t size, off_t from), fd, bytes, size, from)
+SIZED(pread64, (int fd, void *bytes, size_t size, off64_t from), fd, bytes, size, from)
+SIZED(copy_file_range,
+      (int from, off64_t *fromPlace, int fd, off64_t *place, size_t size, unsigned flags), from,
+      fromPlace, fd, place, size, flags)
 
 #define ON_FD(result, name, parameters, arguments)                                                 \
     extern "C" result name parameters                                                              \
