@@ -4,14 +4,13 @@
 #include "platform/images/image_memory.h"
 #include "platform/images/image_representation.h"
 #include "platform/images/picture.h"
+#include "support/data_table.h"
 #include "support/sample_files.h"
 
 #include <QBuffer>
 #include <QImageWriter>
 #include <QSvgRenderer>
 #include <QTemporaryDir>
-#include <QTest>
-#include <QTransform>
 #include <QtEndian>
 #include <atomic>
 #include <cmath>
@@ -32,29 +31,6 @@ QByteArray encoded(const QImage &image, const char *format)
     writer.setQuality(95);
     writer.write(image);
     return buffer.data();
-}
-
-/// A JPEG with an Exif block (a TIFF file in little-endian order) of an orientation and a place.
-QByteArray withExif(const QByteArray &jpeg, int orientation)
-{
-    const auto u16 = [](int value) {
-        const char bytes[] = {char(value & 255), char(value >> 8 & 255)};
-        return QByteArray(bytes, 2);
-    };
-    const auto u32 = [&u16](int value) { return u16(value & 0xffff) + u16(value >> 16); };
-    const auto entry = [&](int tag, int type, int count, const QByteArray &value) {
-        return u16(tag) + u16(type) + u32(count) + value;
-    };
-    constexpr int directory = 8;
-    constexpr int gps = directory + 2 + 2 * 12 + 4;
-    constexpr int date = gps + 2 + 12 + 4;
-    const QByteArray tiff = QByteArray("II*\0", 4) + u32(directory) + u16(2) +
-                            entry(0x0112, 3, 1, u32(orientation)) + entry(0x8825, 4, 1, u32(gps)) +
-                            u32(0) + u16(1) + entry(0x001d, 2, 11, u32(date)) + u32(0) +
-                            "2026:01:31" + '\0';
-    const QByteArray block = QByteArray("Exif\0\0", 6) + tiff;
-    const int length = int(block.size()) + 2;
-    return jpeg.left(2) + "\xff\xe1" + char(length >> 8) + char(length & 255) + block + jpeg.mid(2);
 }
 
 /// A JPEG of some hundred bytes whose components lie in scans of their own, most of them missing.
@@ -93,15 +69,6 @@ QByteArray drawing(const QByteArray &content)
            content + "</svg>";
 }
 
-/// What a stored picture looks like when its Exif orientation is applied.
-QImage oriented(const QImage &image, int orientation)
-{
-    const QList<int> degrees{0, 0, 180, 180, 270, 90, 90, 270};
-    const QList<int> mirrored{2, 4, 5, 7};
-    const QImage first = mirrored.contains(orientation) ? image.mirrored(true, false) : image;
-    return first.transformed(QTransform().rotate(degrees.at(orientation - 1)));
-}
-
 qint64 peakMemory()
 {
     rusage usage{};
@@ -118,112 +85,57 @@ class TestPicture : public QObject
     QTemporaryDir folder;
 
 private slots:
-    void jpegsAreTurnedUpright_data()
-    {
-        QTest::addColumn<int>("orientation");
-        for (int orientation = 1; orientation <= 8; ++orientation)
-            QTest::addRow("orientation %d", orientation) << orientation;
-    }
-    void jpegsAreTurnedUpright()
-    {
-        QFETCH(int, orientation);
-        const QImage stored = corners({160, 80});
-        const QImage upright = oriented(stored, orientation);
-        const QByteArray file = withExif(encoded(stored, "jpeg"), orientation);
-        const auto whole = decodePicture(file);
-        QVERIFY(whole);
-        QCOMPARE_LE(difference(whole->toQImage(), upright), 24);
-        // The asked size is that of the upright picture, and may be of another shape.
-        const auto stretched = decodePicture(file, QSize(40, 100));
-        QVERIFY(stretched);
-        QCOMPARE_LE(difference(stretched->toQImage(), upright.scaled(40, 100)), 24);
-        const auto small = decodePictureForThumbnail(
-            file, [&upright](QSize size) { return size == upright.size() ? size / 2 : QSize(); });
-        QVERIFY(small);
-        QCOMPARE_LE(difference(small->toQImage(), upright.scaled(upright.size() / 2)), 24);
-        // It is upright as it is: a second reading must not turn it again.
-        const auto again = UIImageJPEGRepresentation(*whole, 0.95);
-        QVERIFY(again);
-        QCOMPARE_LE(difference(decodePicture(*again)->toQImage(), upright), 32);
-        QVERIFY(file.contains("2026:01:31"));
-        QVERIFY(!again->contains("2026:01:31") && !again->contains("Exif"));
-    }
-
-    void kindsAreToldByContent_data()
-    {
-        QTest::addColumn<QByteArray>("file");
-        QTest::addColumn<QString>("type");
-        const QImage image = corners({32, 32});
-        const auto row = [](const char *name, const QByteArray &file, const char *type) {
-            QTest::newRow(name) << file << QString::fromLatin1(type);
-        };
-        row("jpeg", encoded(image, "jpeg"), "public.jpeg");
-        row("png", encoded(image, "png"), "public.png");
-        row("webp", encoded(image, "webp"), "org.webmproject.webp");
-        row("tiff", encoded(image, "tiff"), "public.tiff");
-        row("bmp", encoded(image, "bmp"), "com.microsoft.bmp");
-        row("heic", heic(image), "public.heic");
-        row("heic of the general brand", heic(image).replace(8, 4, "mif1"), "public.heic");
-        row("a drawing",
-            "<?xml version='1.0'?>\n<svg xmlns='http://www.w3.org/2000/svg' "
-            "width='32' height='32'><rect width='99' height='99'/></svg>",
-            "public.svg-image");
-        row("a text", "only a text", "");
-        row("nothing", "", "");
-    }
     void kindsAreToldByContent()
     {
-        QFETCH(QByteArray, file);
-        QFETCH(QString, type);
-        QCOMPARE(pictureTypeIdentifier(file).value_or(QString()), type);
-        const auto picture = decodePicture(file);
-        QCOMPARE(picture.has_value(), !type.isEmpty());
-        if (picture)
-            QCOMPARE(picture->size(), QSize(32, 32));
+        const QByteArray photo = heic(corners({32, 32}));
+        const std::pair<QByteArray, QString> kinds[] = {
+            {photo, QStringLiteral("public.heic")},
+            {QByteArray(photo).replace(8, 4, "mif1"), QStringLiteral("public.heic")},
+            {"<?xml version='1.0'?>\n" + drawing({}), QStringLiteral("public.svg-image")},
+            {"only a text", {}},
+            {"", {}}};
+        for (const auto &[file, type] : kinds) {
+            QCOMPARE(pictureTypeIdentifier(file).value_or(QString()), type);
+            QCOMPARE(decodePicture(file).has_value(), !type.isEmpty());
+        }
+        QVERIFY(!UIImage::fromData(drawing({})));
     }
 
-    void anyFormOfPixelsIsStretched_data()
+    void whatIsAnImageIsDecodedWithoutItsTexts()
     {
-        QTest::addColumn<QImage>("stored");
-        QTest::addColumn<QByteArray>("file");
-        const QImage image = corners({64, 64});
-        const auto row = [](const char *name, const QImage &stored) {
-            for (const char *format : {"png", "bmp", "tiff"}) {
-                const QByteArray file = encoded(stored, format);
-                if (!file.isEmpty())
-                    QTest::addRow("%s, as %s", name, format)
-                        << QImage::fromData(file).convertToFormat(QImage::Format_ARGB32) << file;
-            }
-        };
-        for (const int alpha : {255, 100}) {
-            for (const auto form :
-                 {QImage::Format_Mono, QImage::Format_MonoLSB, QImage::Format_Indexed8}) {
-                QImage two(64, 64, form);
-                two.setColorTable({qRgba(0, 200, 0, alpha), qRgb(255, 0, 0)});
-                for (int at = 0; at < 64 * 64; ++at)
-                    two.setPixel(at % 64, at / 64, at % 64 < 32 ? 0 : 1);
-                row(qPrintable(QStringLiteral("two colours of %1 bits, alpha %2")
-                                   .arg(two.depth())
-                                   .arg(alpha)),
-                    two);
-            }
+        const QByteArray jpeg = sample::image({60, 40}, "jpeg");
+        QByteArrayList files{jpeg + "and more", QByteArray(jpeg).insert(2, "\xff\xff")};
+        for (const char *format : {"png", "bmp", "webp", "tiff", "ico"})
+            files += sample::image({60, 40}, format);
+        for (const QByteArray &file : files) {
+            const auto image = UIImage::fromData(file);
+            QVERIFY2(image, file.left(4).constData());
+            QCOMPARE(image->size(), QSize(60, 40));
+            QVERIFY(image->toQImage().textKeys().isEmpty());
+            QVERIFY(!image->hasTransparency());
         }
-        row("8 bits of grey", image.convertToFormat(QImage::Format_Grayscale8));
-        row("16 bits of grey", image.convertToFormat(QImage::Format_Grayscale16));
-        row("64 bits of colour", image.convertToFormat(QImage::Format_RGBA64));
     }
-    void anyFormOfPixelsIsStretched()
+
+    void whatIsNoSoundImageIsRefused_data()
     {
-        QFETCH(QImage, stored);
-        QFETCH(QByteArray, file);
-        const auto small = decodePicture(file, QSize(16, 32));
-        QVERIFY(small);
-        QCOMPARE_LE(difference(small->toQImage(), stored.scaled(16, 32)), 8);
-        QImage white(64, 64, QImage::Format_RGB32);
-        white.fill(Qt::white);
-        QPainter(&white).drawImage(0, 0, stored);
-        const auto jpeg = UIImageJPEGRepresentation(*decodePicture(file), 1.0);
-        QCOMPARE_LE(difference(QImage::fromData(*jpeg), white), 8);
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::newRow("a document") << sample::pdf(1);
+        QTest::newRow("a JPEG that ends in its first marker") << QByteArray("\xff\xd8\xff\xe1\xff");
+        QByteArray other = sample::image({60, 40}, "png");
+        other[40] = char(other.at(40) ^ 0x55);
+        QTest::newRow("a PNG with a changed byte") << other;
+        QTest::newRow("a GIF without its last pixels")
+            << dataFile(QStringLiteral("pictures/palette.gif")).chopped(6);
+        for (const char *format : {"jpeg", "png", "bmp", "webp", "tiff"}) {
+            const QByteArray whole = sample::image({600, 400}, format, Qt::darkCyan);
+            QTest::addRow("a %s cut in half", format) << whole.left(whole.size() / 2);
+            QTest::addRow("a %s without its last bytes", format) << whole.chopped(12);
+        }
+    }
+    void whatIsNoSoundImageIsRefused()
+    {
+        QFETCH(QByteArray, bytes);
+        QVERIFY(!UIImage::fromData(bytes));
     }
 
     void whatWouldTakeTooMuchIsRefused_data()

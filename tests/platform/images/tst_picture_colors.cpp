@@ -3,10 +3,9 @@
 #include "platform/images/image_decoding.h"
 #include "platform/images/image_representation.h"
 #include "platform/images/picture.h"
+#include "support/data_table.h"
 
-#include <QFile>
 #include <QPainter>
-#include <QTest>
 #include <algorithm>
 #include <cstdlib>
 
@@ -15,12 +14,6 @@ using namespace zelkam;
 namespace {
 
 constexpr int cellEdge = 16;
-
-QByteArray dataFile(const QByteArray &name)
-{
-    QFile file(QStringLiteral(ZELKAM_TEST_DATA "/pictures/") + QString::fromLatin1(name));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 /// What the row says, with a pixel for each cell.
 QImage cellsOf(const QByteArrayList &row)
@@ -64,7 +57,8 @@ private slots:
     void picturesAreRightToTheEye_data()
     {
         QTest::addColumn<QByteArrayList>("row");
-        for (const QByteArray &line : dataFile("colors.txt").split('\n')) {
+        for (const QByteArray &line :
+             test::dataFile(QStringLiteral("pictures/colors.txt")).split('\n')) {
             if (!line.isEmpty() && !line.startsWith('#'))
                 QTest::addRow("%s", line.split(' ').first().constData()) << line.split(' ');
         }
@@ -72,7 +66,8 @@ private slots:
     void picturesAreRightToTheEye()
     {
         QFETCH(const QByteArrayList, row);
-        const QByteArray file = dataFile(row.at(0));
+        const QByteArray file =
+            test::dataFile(QStringLiteral("pictures/") + QLatin1String(row.at(0)));
         const QImage cells = cellsOf(row);
         const QSize size = cells.size() * cellEdge;
         const int allowed = row.at(3).toInt();
