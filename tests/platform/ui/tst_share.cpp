@@ -6,6 +6,7 @@
 #include "platform/ui/ui_device.h"
 #include "platform/ui/ui_navigation_bar.h"
 #include "support/cut_texts.h"
+#include "support/data_table.h"
 #include "support/sample_files.h"
 #include "support/screen_test.h"
 #include "toast/toast_host.h"
@@ -135,35 +136,28 @@ private slots:
         QCOMPARE(contents(u"old.txt"_s), QByteArray("old")); // a link is not followed
     }
 
-    void aNameIsTakenAsTheFileSystemDoes_data()
+    void saysWhatIsWrongWithAName_data() { test::addRows({"ui/share.json"}); }
+    void saysWhatIsWrongWithAName()
     {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QString>("problem");
-        QTest::newRow("none") << QString() << u"Enter a name."_s;
-        QTest::newRow("blanks") << u"  "_s << u"Enter a name."_s;
-        QTest::newRow("with a slash") << u"../a.txt"_s << u"A name cannot contain a slash."_s;
-        QTest::newRow("the folder above") << u".."_s << u"This name is not possible here."_s;
-        QTest::newRow("of a folder") << u"folder"_s << u"This name is taken already."_s;
-        QTest::newRow("of 258 bytes") << QString(86, u'한') << u"This name is too long."_s;
-        QTest::newRow("of 255 bytes") << QString(85, u'한') << QString();
-    }
-    void aNameIsTakenAsTheFileSystemDoes()
-    {
-        QFETCH(QString, name);
-        QFETCH(QString, problem);
+        const test::Row row;
         QVERIFY(QDir(m_folder->path()).mkpath(u"folder"_s));
-        save(name);
+        save();
+        const QString name = row.text("field");
+        if (name == u"New Folder")
+            button(name)->click();
+        if (row["folder"].isString())
+            browser()->openFolder(QDir(m_folder->path()).filePath(row.text("folder")));
+        field(name)->setText(row.text("text"));
         press(Qt::Key_Return);
-        if (problem.isEmpty()) {
-            QTRY_COMPARE(m_outcome, u"save-copy!"_s);
-            QVERIFY(QFile::exists(m_folder->filePath(name)));
-            return;
-        }
-        QTRY_COMPARE(field(u"Name"_s)->accessibleDescription(), problem);
+        QTRY_COMPARE(field(name)->accessibleDescription(), row.text("problem"));
         QCOMPARE(items(), QStringList({u"folder"_s, u"naïve & name.txt"_s}));
-        field(u"Name"_s)->insert(u"x"_s);
-        QCOMPARE(field(u"Name"_s)->accessibleDescription(), QString());
+        field(name)->insert(u"x"_s);
+        QCOMPARE(field(name)->accessibleDescription(), QString());
         press(Qt::Key_Escape);
+        if (name == u"New Folder") {
+            QVERIFY(button(name)->isVisible()); // the row only
+            press(Qt::Key_Escape);
+        }
         QTRY_COMPARE(m_outcome, u"save-copy."_s);
     }
 
@@ -180,14 +174,6 @@ private slots:
                      u"The file is too large for this drive."_s);
         ::setrlimit(RLIMIT_FSIZE, &before);
         QCOMPARE(items(), QStringList(u"naïve & name.txt"_s));
-        browser()->openFolder(u"/sys"_s);
-        press(Qt::Key_Return);
-        QTRY_COMPARE(field(u"Name"_s)->accessibleDescription(),
-                     u"You may not save in this folder."_s);
-        browser()->openFolder(m_folder->filePath(u"gone"_s));
-        press(Qt::Key_Return);
-        QTRY_COMPARE(field(u"Name"_s)->accessibleDescription(),
-                     u"This folder is no longer there."_s);
         QCOMPARE(savingProblem({ENOSPC, std::generic_category()}),
                  u"There is not enough room left."_s);
     }
@@ -202,23 +188,15 @@ private slots:
 
     void aFolderIsMadeOnTheWay()
     {
-        save(u"copy.txt"_s);
+        const QString name(85, u'한'); // as long as a name may be
+        save(name);
         button(u"New Folder"_s)->click();
-        press(Qt::Key_Escape); // the row only
-        QVERIFY(button(u"New Folder"_s)->isVisible());
-        button(u"New Folder"_s)->click();
-        press(Qt::Key_Return);
-        QCOMPARE(field(u"New Folder"_s)->accessibleDescription(), u"Enter a name."_s);
-        field(u"New Folder"_s)->setText(u"naïve & name.txt"_s);
-        press(Qt::Key_Return);
-        QTRY_COMPARE(field(u"New Folder"_s)->accessibleDescription(),
-                     u"This name is taken already."_s);
         field(u"New Folder"_s)->setText(u"new"_s);
         button(u"Create"_s)->click();
         QTRY_COMPARE(browser()->folder(), m_folder->filePath(u"new"_s));
         button(u"Save"_s)->click();
         QTRY_COMPARE(m_outcome, u"save-copy!"_s);
-        QVERIFY(QFile::exists(m_folder->filePath(u"new/copy.txt"_s)));
+        QVERIFY(QFile::exists(m_folder->filePath(u"new/"_s + name)));
     }
 
     void namesCannotLie()
@@ -255,23 +233,10 @@ private slots:
         QCOMPARE(field(u"Name"_s)->text(), u"old.txt"_s);
     }
 
-    void otherProgramsGetTheFile_data()
-    {
-        QTest::addColumn<QString>("title");
-        QTest::addColumn<QString>("call");
-        QTest::addColumn<QString>("failure");
-        QTest::newRow("to open it") << u"Open in Another App"_s << u"xdg-open %1/%2"_s
-                                    << u"No application could open the file."_s;
-        QTest::newRow("to mail it") << u"Send by E-Mail"_s << u"xdg-email --attach %1/%2"_s
-                                    << u"No e-mail application could be started."_s;
-        QTest::newRow("to show it")
-            << u"Show in Folder"_s << u"xdg-open %1"_s << u"The folder could not be opened."_s;
-    }
+    void otherProgramsGetTheFile_data() { test::addRows({"ui/share.json"}); }
     void otherProgramsGetTheFile()
     {
-        QFETCH(QString, title);
-        QFETCH(QString, call);
-        QFETCH(QString, failure);
+        const test::Row row;
         for (const QString &name : {u"xdg-open"_s, u"xdg-email"_s}) {
             const QString program = m_folder->filePath(name);
             QVERIFY(sample::write(program,
@@ -281,12 +246,12 @@ private slots:
         const QByteArray path = qgetenv("PATH");
         qputenv("PATH", QFile::encodeName(m_folder->path()) + ':' + path);
         present();
-        button(title)->click();
-        QTRY_COMPARE(toast(), failure);
+        button(row.text("title"))->click();
+        QTRY_COMPARE(toast(), row.text("failure"));
         qputenv("PATH", path);
         QVERIFY(m_outcome.endsWith(u'.'));
         QCOMPARE(QString::fromUtf8(contents(u"call"_s)),
-                 QString(call)
+                 row.text("call")
                      .replace(u"%1"_s, m_folder->path())
                      .replace(u"%2"_s, QFileInfo(m_file).fileName()));
     }
