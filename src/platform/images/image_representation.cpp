@@ -1,5 +1,7 @@
 #include "platform/images/image_representation.h"
 
+#include "platform/images/jpeg_encoding.h"
+
 #include <QBuffer>
 #include <QColorSpace>
 #include <QImageWriter>
@@ -9,17 +11,6 @@
 namespace zelkam {
 
 namespace {
-
-std::optional<QByteArray> encode(const QImage &image, const char *format, int quality)
-{
-    QBuffer buffer;
-    buffer.open(QIODevice::WriteOnly);
-    QImageWriter writer(&buffer, format);
-    writer.setQuality(quality);
-    if (!writer.write(image))
-        return std::nullopt;
-    return buffer.data();
-}
 
 QImage onWhite(const UIImage &image)
 {
@@ -43,13 +34,15 @@ std::optional<QByteArray> UIImageJPEGRepresentation(const UIImage &image, double
         return std::nullopt;
     // Written so that what is no number falls to 0.
     const double quality = compressionQuality > 0.0 ? std::fmin(compressionQuality, 1.0) : 0.0;
-    return encode(onWhite(image), "jpeg", int(std::lround(quality * 100)));
+    return encodeJpeg(onWhite(image), int(std::lround(quality * 100)));
 }
 
 std::optional<QByteArray> UIImagePNGRepresentation(const UIImage &image)
 {
-    constexpr int defaultQuality = -1;
-    return encode(image.toQImage(), "png", defaultQuality);
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    return QImageWriter(&buffer, "png").write(image.toQImage()) ? std::optional(buffer.data())
+                                                                : std::nullopt;
 }
 
 std::optional<QSize> drawingContextSize(double width, double height)

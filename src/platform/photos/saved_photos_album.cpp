@@ -2,11 +2,11 @@
 
 #include "platform/foundation/dispatch_queue.h"
 #include "platform/foundation/part_file.h"
+#include "platform/images/image_representation.h"
 
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
-#include <QImageWriter>
 #include <QStandardPaths>
 #include <condition_variable>
 #include <fcntl.h>
@@ -72,15 +72,12 @@ Written writeImage(const UIImage &image, const QString &directory, const QDateTi
         return {{}, file.errorString()};
 
     const bool transparent = image.hasTransparency();
-    QImageWriter writer(&file, transparent ? "png" : "jpeg");
-    constexpr int jpegQuality = 92;
-    if (!transparent)
-        writer.setQuality(jpegQuality);
-    // A PNG without transparency in its format is smaller; JPEG knows none at all.
-    if (!writer.write(transparent ? image.toQImage()
-                                  : image.toQImage().convertToFormat(QImage::Format_RGB32)))
-        return {{}, writer.errorString()};
-    if (!file.flush())
+    constexpr double jpegQuality = 0.92;
+    const auto bytes = transparent ? UIImagePNGRepresentation(image)
+                                   : UIImageJPEGRepresentation(image, jpegQuality);
+    if (!bytes)
+        return {{}, QStringLiteral("the image cannot be encoded")};
+    if (file.write(*bytes) != bytes->size() || !file.flush())
         return {{}, file.errorString()};
     if (const auto error = part.finish(true))
         return {{}, QString::fromStdString(error.message())};

@@ -315,6 +315,24 @@ private slots:
         QVERIFY(!UIImageJPEGRepresentation(*tooLong, 1.0));
     }
 
+    void everyPixelKeepsItsColorAtAHighQuality_data()
+    {
+        QTest::addColumn<double>("quality");
+        QTest::addColumn<int>("distance");
+        QTest::newRow("the best") << 1.0 << 4;
+        QTest::newRow("the least such") << 0.9 << 24;
+    }
+    void everyPixelKeepsItsColorAtAHighQuality()
+    {
+        QFETCH(double, quality);
+        QFETCH(int, distance);
+        QImage stripes(64, 32, QImage::Format_RGB32);
+        for (int at = 0; at < 64 * 32; ++at)
+            stripes.setPixel(at % 64, at / 64, at % 2 == 0 ? qRgb(255, 0, 0) : qRgb(0, 0, 255));
+        const auto file = UIImageJPEGRepresentation(*UIImage::fromQImage(stripes), quality);
+        QCOMPARE_LE(difference(QImage::fromData(*file), stripes), distance);
+    }
+
     void onlyRegularFilesAreRead()
     {
         const QString path = folder.filePath(QStringLiteral("a.jpg"));
