@@ -33,22 +33,16 @@ private slots:
         QVERIFY(!write(u"outside.txt"_s).isEmpty());
     }
 
-    void anAddressLeadsBackToItsFile_data()
-    {
-        QTest::addColumn<QString>("name");
-        for (const QString &name : {u"plain.txt"_s, u"Download/two words.pdf"_s,
-                                    u"50% of #1?.txt"_s, u"größe \U0001F600.png"_s, u"%2e%2e"_s})
-            QTest::newRow(qPrintable(name)) << name;
-    }
-
     void anAddressLeadsBackToItsFile()
     {
-        QFETCH(QString, name);
-        const QString path = write(u"app/tmp/"_s + name);
-        const auto address = containerAddress(URL::fromFilePath(path));
-        QVERIFY(address);
-        QCOMPARE(containerPath(address->toQUrl()), path);
-        QVERIFY(openContainerFile(*containerPath(address->toQUrl())));
+        for (const QString &name : {u"plain.txt"_s, u"Download/two words.pdf"_s,
+                                    u"50% of #1?.txt"_s, u"größe \U0001F600.png"_s, u"%2e%2e"_s}) {
+            const QString path = write(u"app/tmp/"_s + name);
+            const auto address = containerAddress(URL::fromFilePath(path));
+            QVERIFY(address);
+            QCOMPARE(containerPath(address->toQUrl()), path);
+            QVERIFY(openContainerFile(*containerPath(address->toQUrl())));
+        }
     }
 
     void noAddressLeadsOutOfTheContainer()

@@ -131,18 +131,6 @@ private slots:
         }
     }
 
-    void aCallThatIsLetGoSaysSo()
-    {
-        m_bridge->call(m_token, 1, u"hold"_s, u"[{}]"_s, {});
-        QVERIFY(replies().isEmpty());
-        m_bridge->call(m_token, 2, u"hold"_s, u"[{}]"_s, {});
-        const QJsonArray taken = replies();
-        QCOMPARE(taken.size(), 2);
-        QCOMPARE(taken.at(0)[u"call"_s].toInt(), 1);
-        QCOMPARE(taken.at(0)[u"reply"_s][u"status"_s].toString(), u"NO_REPLY"_s);
-        QVERIFY(!taken.at(1).toObject().contains(u"reply"_s));
-    }
-
     void aLeftDocumentGetsNothingAndLeavesNothing()
     {
         m_bridge->call(m_token, 1, u"hold"_s, u"[{}]"_s, {});

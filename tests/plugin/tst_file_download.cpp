@@ -372,33 +372,22 @@ private slots:
         QVERIFY(indicator() == false);
     }
 
+    void tellsNoSecretToPageOrLog_data() { addRows({"plugin/file_download.json"}); }
     void tellsNoSecretToPageOrLog()
     {
         HTTPCookieStorage::shared().setCookie(
             HTTPCookie(u"sid"_s, u"canary-cookie"_s, u"127.0.0.1"_s, {}));
-        const QByteArray cookie = "Set-Cookie: set=canary-set\r\n";
-        const auto to = [&](const QString &target) {
-            return HttpTestServer::redirect("302 F", target, cookie);
-        };
-        const QList<QByteArray> answers{
-            HttpTestServer::answer("x", cookie),
-            HttpTestServer::answer("x", cookie, "404 N"),
-            HttpTestServer::answer("x", "Content-Length: 9\r\n" + cookie),
-            "canary-garbage",
-            HttpTestServer::answer("x", "Content-Encoding: gzip\r\n" + cookie),
-            "",
-            "HTTP/1.1 200 OK\r\nX: " + QByteArray("canary-x").repeated(99'999) + "\r\n\r\n",
-            to(u"/canary-path"_s),
-            to(u"http://127.0.0.1:1/canary-path"_s),
-            to(u"canary:a"_s)};
+        QStringList answers = Row().texts("answers");
+        answers.append(u"HTTP/1.1 200 OK\r\nX: "_s + u"canary-x"_s.repeated(99'999) +
+                       u"\r\n\r\n"_s);
         CapturedOutput output;
         const auto before =
             qInstallMessageHandler([](QtMsgType, const auto &, const QString &text) {
                 std::fprintf(stderr, "%s\n", qPrintable(text));
             });
         QStringList told;
-        for (const QByteArray &answer : answers) {
-            server.on("/canary-path", answer);
+        for (const QString &answer : answers) {
+            server.on("/canary-path", answer.toLatin1());
             for (const char *method : {"get", "post"}) {
                 auto options = get(u"/canary-path?canary-query"_s);
                 options[u"url"_s] =

@@ -286,24 +286,6 @@ private slots:
                     .isEmpty(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot));
     }
 
-    void leavesNoHalfCopyOnAFullDisk()
-    {
-        const QString path = document(u"large.bin"_s, QByteArray(1 << 20, 'x'));
-        QVERIFY(sample::write(copy(u"large.bin"_s), "older"));
-        const auto recording = call(options(u""_s, false));
-        QVERIFY(picker());
-        rlimit limit = {};
-        ::getrlimit(RLIMIT_FSIZE, &limit);
-        const rlimit small{4096, limit.rlim_max};
-        ::setrlimit(RLIMIT_FSIZE, &small);
-        plugin->documentPicker(nullptr, urls({path}));
-        ::setrlimit(RLIMIT_FSIZE, &limit);
-        QCOMPARE(recording->replies(), QStringList(u"error FILE_NOT_FOUND"_s));
-        QCOMPARE(sample::read(copy(u"large.bin"_s)), "older");
-        QCOMPARE(QDir(NSTemporaryDirectory()).entryList(QDir::Files | QDir::Hidden),
-                 QStringList(u"large.bin"_s));
-    }
-
     void picksAFileOfTheContainerOntoItself()
     {
         QVERIFY(sample::write(copy(u"a.txt"_s), "inside"));

@@ -17,18 +17,15 @@ struct Kind
     QVariantMap arguments;
 };
 
-const QList<Kind> &kinds()
+QVariantMap documents(bool several)
 {
-    static const auto document = [](bool several) {
-        return QVariantMap{
-            {u"extension"_s, u""_s}, {u"multiselect"_s, several}, {u"maxcount"_s, 1}};
-    };
-    static const QList<Kind> all{{"a file", "filePicker", document(false)},
-                                 {"files", "filePicker", document(true)},
-                                 {"a photo", "imagePicker", {}},
-                                 {"photos", "imagePicker", {{u"multiselect"_s, true}}}};
-    return all;
+    return {{u"extension"_s, u""_s}, {u"multiselect"_s, several}, {u"maxcount"_s, 1}};
 }
+
+const QList<Kind> kinds{{"a file", "filePicker", documents(false)},
+                        {"files", "filePicker", documents(true)},
+                        {"a photo", "imagePicker", {}},
+                        {"photos", "imagePicker", {{u"multiselect"_s, true}}}};
 
 } // namespace
 
@@ -42,15 +39,15 @@ private:
 
     std::shared_ptr<RecordingCall> call(int kind)
     {
-        return PluginOnScreen::call(kinds().at(kind).command, kinds().at(kind).arguments);
+        return PluginOnScreen::call(kinds.at(kind).command, kinds.at(kind).arguments);
     }
     /// A row for each two kinds of calls.
     static void addPairs(const std::function<void(int first, int second, const QByteArray &)> &add)
     {
-        for (int first = 0; first < kinds().size(); ++first) {
-            for (int second = 0; second < kinds().size(); ++second)
+        for (int first = 0; first < kinds.size(); ++first) {
+            for (int second = 0; second < kinds.size(); ++second)
                 add(first, second,
-                    QByteArray(kinds().at(first).name) + ", then " + kinds().at(second).name);
+                    QByteArray(kinds.at(first).name) + ", then " + kinds.at(second).name);
         }
     }
 
@@ -192,8 +189,8 @@ private slots:
     void oneThatCouldNotComeIsForgotten_data()
     {
         QTest::addColumn<int>("kind");
-        for (int kind = 0; kind < kinds().size(); ++kind)
-            QTest::newRow(kinds().at(kind).name) << kind;
+        for (int kind = 0; kind < kinds.size(); ++kind)
+            QTest::newRow(kinds.at(kind).name) << kind;
     }
     void oneThatCouldNotComeIsForgotten()
     {
@@ -230,7 +227,7 @@ private slots:
             plugin =
                 std::shared_ptr<ZelkamMobileContentsPlugin>(std::shared_ptr<void>(), alone.get());
         plugin->setViewController(page.get());
-        for (int kind = 0; kind < kinds().size(); ++kind)
+        for (int kind = 0; kind < kinds.size(); ++kind)
             checkAnswer(kind, *call(kind), true);
         const auto download = [this] {
             const QVariantMap nobody{{u"url"_s, u"http://127.0.0.1:1/"_s}};
@@ -243,7 +240,7 @@ private slots:
         const auto picking = call(0);
         QVERIFY(onlyScreen());
         std::weak_ptr<RecordingCall> running = download();
-        const auto waiting = std::make_shared<RecordingCall>(kinds().at(3).arguments);
+        const auto waiting = std::make_shared<RecordingCall>(kinds.at(3).arguments);
         plugin->imagePicker(waiting);
         alone.reset();
         plugin.reset();
