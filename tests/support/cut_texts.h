@@ -7,7 +7,6 @@
 #include <QCoreApplication>
 #include <QLabel>
 #include <QLineEdit>
-#include <QTest>
 #include <QTranslator>
 #include <memory>
 
@@ -44,14 +43,6 @@ inline QStringList cutTexts(QWidget &screen)
         add(bar->topItem()->title, metrics.horizontalAdvance(bar->topItem()->title) > room);
     }
     return cut;
-}
-
-/// A row for each language of the screens.
-inline void addLanguages()
-{
-    QTest::addColumn<QString>("language");
-    for (const char *language : {"en", "de", "es", "fr", "ja", "ko"})
-        QTest::newRow(language) << QString::fromLatin1(language);
 }
 
 /// Has screens speak a language for as long as the result lives.

@@ -32,6 +32,14 @@ inline void addRows(std::initializer_list<const char *> files)
     }
 }
 
+/// Gives the running test cases that are told by their names alone, each in the column "what".
+inline void addCases(std::initializer_list<const char *> names)
+{
+    QTest::addColumn<QString>("what");
+    for (const char *name : names)
+        QTest::newRow(name) << QString::fromLatin1(name);
+}
+
 /// The row of the running test. What it does not give is empty, 0 or false.
 class Row
 {

@@ -31,37 +31,16 @@ private slots:
         }
     }
 
-    void centre_data()
-    {
-        QTest::addColumn<ToastPosition>("position");
-        QTest::addColumn<bool>("hasInsets");
-        QTest::addColumn<QRect>("inside");
-        QTest::addColumn<QPointF>("centre");
-        const QRect whole(0, 0, 400, 800);
-        const auto row = [](const char *name, ToastPosition position, bool hasInsets, QRect inside,
-                            QPointF centre) {
-            QTest::newRow(name) << position << hasInsets << inside << centre;
-        };
-        const auto top = ToastPosition::top;
-        const auto bottom = ToastPosition::bottom;
-        row("bottom", bottom, false, whole, {200, 765});
-        row("top", top, false, whole, {200, 35});
-        row("center", ToastPosition::center, false, whole, {200, 400});
-        row("above the inset", bottom, true, whole, {200, 731});
-        row("below the inset", top, true, whole, {200, 82});
-        row("a child below half of the inset", top, true, {9, 24, 360, 600}, {180, 58});
-        row("a child above half of the inset", bottom, true, {9, 183, 360, 600}, {180, 548});
-        row("a child clear of the insets", bottom, true, {9, 60, 360, 400}, {180, 365});
-        row("a child that slides in", bottom, true, whole.translated(0, 700), {200, 731});
-    }
+    // The device is 400 x 800.
+    void centre_data() { addRows({"toast/places.json"}); }
 
     void centre()
     {
-        QFETCH(ToastPosition, position);
-        QFETCH(bool, hasInsets);
-        QFETCH(QRect, inside);
+        const Row row;
+        const QJsonValue at = row["inside"];
+        const QRect inside(at[0].toInt(), at[1].toInt(), at[2].toInt(400), at[3].toInt(800));
         Host device({400, 800});
-        const QMargins insets = hasInsets ? QMargins(44, 47, 20, 34) : QMargins();
+        const QMargins insets = row.is("insets") ? QMargins(44, 47, 20, 34) : QMargins();
         device.setProperty("safeAreaInsets", QVariant::fromValue(insets));
         QWidget between(&device);
         between.setGeometry(inside.translated(0, -5));
@@ -69,7 +48,9 @@ private slots:
         host.setGeometry(0, 5, inside.width(), inside.height());
         QWidget toast;
         toast.resize(120, 50);
-        QTEST(centerPoint(position, &toast, inside == device.rect() ? &device : &host), "centre");
+        QCOMPARE(centerPoint(ToastPosition(row.number("position")), &toast,
+                             at.isArray() ? &host : &device),
+                 QPointF(row["centre"][0].toDouble(), row["centre"][1].toDouble()));
         host.setProperty("safeAreaInsets", QVariant::fromValue(QMargins()));
         QCOMPARE(centerPoint(ToastPosition::top, &toast, &host).y(), 35.0);
         const QDialog dialog(&device);

@@ -1,3 +1,4 @@
+#include "support/data_table.h"
 #include "toast_test_support.h"
 
 using namespace zelkam;
@@ -19,7 +20,7 @@ private slots:
 
     void cleanup() { delete m_host; }
 
-    void hostIsDeleted_data() { addRows({"fading in", "shown", "fading out", "held", "dropped"}); }
+    void hostIsDeleted_data() { addCases({"fading in", "shown", "fading out", "held", "dropped"}); }
 
     void hostIsDeleted()
     {
@@ -44,7 +45,7 @@ private slots:
         QVERIFY(!called);
     }
 
-    void toastIsDeleted_data() { addRows({"fading in", "shown", "fading out", "queued"}); }
+    void toastIsDeleted_data() { addCases({"fading in", "shown", "fading out", "queued"}); }
 
     void toastIsDeleted()
     {
@@ -66,8 +67,8 @@ private slots:
 
     void callback_data()
     {
-        addRows({"shows another", "hides all", "clears the queue", "deletes the host",
-                 "deletes the toast"});
+        addCases({"shows another", "hides all", "clears the queue", "deletes the host",
+                  "deletes the toast"});
     }
 
     void callback()
@@ -102,13 +103,6 @@ private slots:
     }
 
 private:
-    static void addRows(std::initializer_list<const char *> names)
-    {
-        QTest::addColumn<QString>("what");
-        for (const char *name : names)
-            QTest::newRow(name) << QString::fromLatin1(name);
-    }
-
     QPointer<Host> m_host;
 };
 

@@ -5,13 +5,13 @@
 #include "platform/ui/ui_document_picker_places.h"
 #include "platform/ui/ui_document_picker_view_controller.h"
 #include "support/cut_texts.h"
+#include "support/data_table.h"
 #include "support/screen_test.h"
 
 #include <QDir>
 #include <QListView>
 #include <QScopeGuard>
 #include <QTemporaryDir>
-#include <QtTest>
 #include <sys/stat.h>
 
 using namespace zelkam;
@@ -135,28 +135,11 @@ private slots:
     }
 
     // A known extension decides, whatever a file holds; its content where the name says nothing.
-    void letsAllowedTypesBePicked_data()
-    {
-        QTest::addColumn<QStringList>("types");
-        QTest::addColumn<QString>("picked");
-        const auto row = [](const char *name, const QString &type, const char *picked) {
-            QTest::newRow(name) << QStringList(type) << QString::fromUtf8(picked);
-        };
-        row("one type", u"com.adobe.pdf"_s, "invoice, ü.pdf, Über.pdf");
-        row("content, which leaves out no document", u"public.content"_s,
-            "b.docx, c.mp3, invoice, minutes 2.txt, Minutes 10.txt, photo.nobody-knows, ü.pdf, "
-            "Über.pdf");
-        row("text, which an office document is not", u"public.text"_s,
-            "minutes 2.txt, Minutes 10.txt");
-        row("anything", u"public.item"_s,
-            "b.docx, c.mp3, data.nobody-knows, invoice, minutes 2.txt, Minutes 10.txt, "
-            "photo.nobody-knows, ü.pdf, Über.pdf");
-        row("a type that nobody knows", u"public.nothing"_s, "");
-    }
+    void letsAllowedTypesBePicked_data() { test::addRows({"ui/document_picker.json"}); }
     void letsAllowedTypesBePicked()
     {
-        QFETCH(QStringList, types);
-        QFETCH(QString, picked);
+        const test::Row row;
+        const QString picked = row.text("picked");
         write(u"data.nobody-knows"_s, QByteArray("\0\1\2", 3));
         write(u"photo.nobody-knows"_s, jpeg);
         // What never can be picked, whatever it is called.
@@ -167,7 +150,7 @@ private slots:
         const auto remove = qScopeGuard([&latin] { std::remove(latin.constData()); });
         std::fclose(std::fopen(latin.constData(), "w"));
 
-        present(types);
+        present({row.text("type")});
         QTRY_COMPARE(names().size(), 13);
         const QString photo = u"photo.nobody-knows"_s;
         if (!picked.contains(photo)) {
@@ -374,11 +357,11 @@ private slots:
         QVERIFY(list()->hasFocus());
     }
 
-    void fitsTheNarrowestScreen_data() { test::addLanguages(); }
+    void fitsTheNarrowestScreen_data() { test::addCases({"en", "de", "es", "fr", "ja", "ko"}); }
     void fitsTheNarrowestScreen()
     {
-        QFETCH(QString, language);
-        const auto speaks = test::speak(language);
+        QFETCH(QString, what);
+        const auto speaks = test::speak(what);
         window->resize(320, 568);
         for (const bool multiple : {false, true}) {
             present({u"public.item"_s}, multiple);

@@ -3,6 +3,7 @@
 #include "platform/ui/ui_navigation_bar.h"
 #include "platform/ui/ui_navigation_controller.h"
 #include "platform/ui/ui_tab_bar_controller.h"
+#include "support/data_table.h"
 #include "support/screen_test.h"
 
 #include <QPainter>
@@ -53,14 +54,12 @@ private slots:
 
     void aScreenLivesThroughPresentationAndDismissalInOrder_data()
     {
-        QTest::addColumn<bool>("moves");
-        QTest::newRow("sliding") << true;
-        QTest::newRow("with reduced motion") << false;
+        test::addCases({"sliding", "with reduced motion"});
     }
     void aScreenLivesThroughPresentationAndDismissalInOrder()
     {
-        QFETCH(bool, moves);
-        setMotionReduced(!moves);
+        QFETCH(QString, what);
+        setMotionReduced(what != u"sliding");
         QSignalSpy appeared(window.get(), &UIWindow::screenDidAppear);
         page->present(screen("a"), true, note("presented"));
         QCOMPARE(m_log, u"a loaded, a will appear, "_s);

@@ -61,26 +61,23 @@ private slots:
 
     void closingTheSheetIsNoActivity_data()
     {
-        QTest::addColumn<QString>("how");
-        for (const char *how :
-             {"by Cancel", "by a tap beside it", "by Esc", "but not by a tap inside"})
-            QTest::newRow(how) << QString::fromLatin1(how);
+        test::addCases({"by Cancel", "by a tap beside it", "by Esc", "but not by a tap inside"});
     }
     void closingTheSheetIsNoActivity()
     {
-        QFETCH(QString, how);
+        QFETCH(QString, what);
         present();
         QKeyEvent held(QEvent::KeyPress, Qt::Key_Escape, {}, QString(), true);
         QCoreApplication::sendEvent(window.get(), &held);
         QVERIFY(!m_sheet->isBeingDismissed());
-        if (how == u"by Cancel")
+        if (what == u"by Cancel")
             button(u"Cancel"_s)->click();
-        else if (how == u"by Esc")
+        else if (what == u"by Esc")
             QTest::keyClick(window.get(), Qt::Key_Escape);
         else
             QTest::mouseClick(m_sheet->view(), Qt::LeftButton, {},
-                              {195, how == u"but not by a tap inside" ? 520 : 60});
-        if (how == u"but not by a tap inside") {
+                              {195, what == u"but not by a tap inside" ? 520 : 60});
+        if (what == u"but not by a tap inside") {
             QTest::qWait(30);
             QVERIFY(page->presentedViewController());
             QCOMPARE(m_outcome, QString());
@@ -256,12 +253,12 @@ private slots:
                      .replace(u"%2"_s, QFileInfo(m_file).fileName()));
     }
 
-    void fitsTheNarrowestScreen_data() { test::addLanguages(); }
+    void fitsTheNarrowestScreen_data() { test::addCases({"en", "de", "es", "fr", "ja", "ko"}); }
     void fitsTheNarrowestScreen()
     {
-        QFETCH(QString, language);
+        QFETCH(QString, what);
         applyTheme(ColorScheme::light);
-        const auto speaks = test::speak(language);
+        const auto speaks = test::speak(what);
         window->resize(320, 568);
         present();
         QCOMPARE(test::cutTexts(*top()).join(u", "_s), QString());
