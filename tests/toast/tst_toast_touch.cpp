@@ -1,3 +1,4 @@
+#include "support/data_table.h"
 #include "toast_test_support.h"
 
 #include <QContextMenuEvent>
@@ -44,52 +45,49 @@ private slots:
 
     void pressesOnAToast_data()
     {
-        QTest::addColumn<bool>("tapToDismiss");
-        for (const char *gesture : {"mouse", "mouse leaves", "mouse leaves and comes back",
-                                    "right button", "finger", "finger leaves", "two fingers"}) {
-            QTest::newRow(gesture) << true;
-            QTest::addRow("%s, taps are off", gesture) << false;
-        }
+        addCases({"mouse", "mouse leaves", "mouse leaves and comes back", "right button", "finger",
+                  "finger leaves", "two fingers"});
     }
 
     void pressesOnAToast()
     {
-        QFETCH(bool, tapToDismiss);
-        const QString gesture = QString::fromLatin1(QTest::currentDataTag()).section(u',', 0, 0);
-        const bool isTap = tapToDismiss && (gesture == u"mouse" || gesture == u"finger");
-        ToastManager::shared().isTapToDismissEnabled = tapToDismiss;
-        PressedHost host;
-        QVERIFY(QTest::qWaitForWindowExposed(&host));
-        host.toast(u"press me"_s);
+        QFETCH(QString, what);
         const QPoint inside(200, 200);
         const QPoint outside(200, 300);
-        QWindow *window = host.windowHandle();
-        const QPoint end = gesture.endsWith(u"leaves") ? outside : inside;
-        if (gesture.startsWith(u"mouse")) {
-            QTest::mousePress(window, Qt::LeftButton, {}, inside);
-            if (gesture.contains(u"leaves"))
-                QTest::mouseMove(window, outside);
-            QTest::mouseMove(window, end);
-            QTest::mouseRelease(window, Qt::LeftButton, {}, end);
-        } else if (gesture == u"right button") {
-            QTest::mouseClick(window, Qt::RightButton, {}, inside);
-            QContextMenuEvent menu(QContextMenuEvent::Mouse, inside, inside);
-            QApplication::sendEvent(host.active().first(), &menu);
-        } else {
-            touch(host).press(0, inside);
-            if (gesture == u"two fingers") {
-                touch(host).stationary(0).press(1, inside + QPoint(5, 0));
-                touch(host).stationary(0).release(1, inside);
+        const QPoint end = what.endsWith(u"leaves") ? outside : inside;
+        for (const bool tapToDismiss : {true, false}) {
+            ToastManager::shared().isTapToDismissEnabled = tapToDismiss;
+            PressedHost host;
+            QVERIFY(QTest::qWaitForWindowExposed(&host));
+            host.toast(u"press me"_s);
+            QWindow *window = host.windowHandle();
+            if (what.startsWith(u"mouse")) {
+                QTest::mousePress(window, Qt::LeftButton, {}, inside);
+                if (what.contains(u"leaves"))
+                    QTest::mouseMove(window, outside);
+                QTest::mouseMove(window, end);
+                QTest::mouseRelease(window, Qt::LeftButton, {}, end);
+            } else if (what == u"right button") {
+                QTest::mouseClick(window, Qt::RightButton, {}, inside);
+                QContextMenuEvent menu(QContextMenuEvent::Mouse, inside, inside);
+                QApplication::sendEvent(host.active().first(), &menu);
+            } else {
+                touch(host).press(0, inside);
+                if (what == u"two fingers") {
+                    touch(host).stationary(0).press(1, inside + QPoint(5, 0));
+                    touch(host).stationary(0).release(1, inside);
+                }
+                touch(host).move(0, end);
+                touch(host).release(0, end);
             }
-            touch(host).move(0, end);
-            touch(host).release(0, end);
+            const bool isTap = tapToDismiss && (what == u"mouse" || what == u"finger");
+            if (isTap)
+                QTRY_COMPARE(host.log, u"press me!"_s);
+            QTest::qWait(60);
+            QCOMPARE(host.presses, 0);
+            QCOMPARE(host.log.isEmpty(), !isTap);
+            QCOMPARE(host.active().isEmpty(), isTap);
         }
-        if (isTap)
-            QTRY_COMPARE(host.log, u"press me!"_s);
-        QTest::qWait(60);
-        QCOMPARE(host.presses, 0);
-        QCOMPARE(host.log.isEmpty(), !isTap);
-        QCOMPARE(host.active().isEmpty(), isTap);
     }
 
     void pressOnTheOverhangGoesThrough()
@@ -123,18 +121,14 @@ private slots:
     // While one finger is held, another presses elsewhere.
     void fingerElsewhere_data()
     {
-        QTest::addColumn<int>("presses");
-        QTest::newRow("is kept out by a toast that takes taps") << 0;
-        QTest::newRow("is not kept out where taps are off") << 1;
-        QTest::newRow("is not kept out by the activity bubble") << 1;
-        QTest::newRow("is not kept out once the toast is hidden") << 1;
+        addCases({"is kept out by a toast that takes taps", "is let through where taps are off",
+                  "is let through by the activity bubble", "is let through by a hidden toast"});
     }
 
     void fingerElsewhere()
     {
-        QFETCH(int, presses);
-        const QByteArray by = QTest::currentDataTag();
-        ToastManager::shared().isTapToDismissEnabled = !by.endsWith("off");
+        QFETCH(QString, what);
+        ToastManager::shared().isTapToDismissEnabled = !what.endsWith(u"off");
         Host host;
         PressedHost neighbour;
         neighbour.setParent(&host);
@@ -142,17 +136,17 @@ private slots:
         neighbour.show();
         host.show();
         QVERIFY(QTest::qWaitForWindowExposed(&host));
-        if (by.endsWith("bubble"))
+        if (what.endsWith(u"bubble"))
             makeToastActivity(&host);
         else
             host.toast(u"held"_s);
         const QPoint held(200, 200);
         const QPoint other(200, 350);
         touch(host).press(0, held);
-        if (by.endsWith("hidden"))
+        if (what.endsWith(u"hidden toast"))
             host.active().first()->hide();
         touch(host).stationary(0).press(1, other);
-        QCOMPARE(neighbour.presses, presses);
+        QCOMPARE(neighbour.presses, what.startsWith(u"is let through") ? 1 : 0);
         touch(host).release(0, held).release(1, other);
         neighbour.presses = 0;
         touch(host).press(0, other);
