@@ -5,8 +5,11 @@ namespace zelkam {
 QImage stretchedImage(QImage image, QSize size)
 {
     // Qt scales an image with a palette into one with a palette: the colours between are missing,
-    // and of two colours nothing is left but black.
-    if (image.pixelFormat().colorModel() == QPixelFormat::Indexed || image.depth() == 1)
+    // and of two colours nothing is left but black. In one of 16 bits a channel it applies the
+    // alpha twice.
+    const bool isDeepAndTransparent = image.depth() > 32 && image.hasAlphaChannel();
+    if (image.pixelFormat().colorModel() == QPixelFormat::Indexed || image.depth() == 1 ||
+        isDeepAndTransparent)
         image.convertTo(image.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied
                                                 : QImage::Format_RGB32);
     return image.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);

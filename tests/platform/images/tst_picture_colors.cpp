@@ -32,12 +32,14 @@ QImage cellsOf(const QByteArrayList &row)
 /// colour.
 int difference(const QImage &image, const QImage &cells)
 {
-    const int edge = image.width() / cells.width();
+    const int width = image.width() / cells.width();
+    const int height = image.height() / cells.height();
     int largest = 0;
     for (int i = 0; i < cells.width() * cells.height(); ++i) {
         const QPoint at(i % cells.width(), i / cells.width());
         const QColor wanted = cells.pixelColor(at);
-        const QColor found = image.pixelColor(at * edge + QPoint(edge / 2, edge / 2));
+        const QColor found =
+            image.pixelColor(at.x() * width + width / 2, at.y() * height + height / 2);
         largest = std::max(largest, std::abs(found.alpha() - wanted.alpha()));
         if (wanted.alpha() > 0)
             largest = std::max({largest, std::abs(found.red() - wanted.red()),
@@ -78,11 +80,12 @@ private slots:
         QVERIFY(picture);
         QCOMPARE(picture->size(), size);
         QCOMPARE_LE(difference(picture->toQImage(), cells), allowed);
-        const auto half = [size](QSize whole) { return whole == size ? size / 2 : QSize(); };
+        const QSize other(size.width() / 4, size.height() / 2); // smaller, of another shape
+        const auto target = [&](QSize whole) { return whole == size ? other : QSize(); };
         for (const auto &small :
-             {decodePicture(file, size / 2), decodePictureForThumbnail(file, half)}) {
+             {decodePicture(file, other), decodePictureForThumbnail(file, target)}) {
             QVERIFY(small);
-            QCOMPARE(small->size(), size / 2);
+            QCOMPARE(small->size(), other);
             QCOMPARE_LE(difference(small->toQImage(), cells), allowed + 2);
         }
         // What is saved of it is upright as it is, lies on white and holds nothing else.
