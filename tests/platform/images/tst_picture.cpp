@@ -33,27 +33,6 @@ QByteArray encoded(const QImage &image, const char *format)
     return buffer.data();
 }
 
-/// A JPEG of some hundred bytes whose components lie in scans of their own, most of them missing.
-QByteArray jpegInPieces(quint16 edge, int scans)
-{
-    const auto segment = [](char marker, const QByteArray &content) {
-        const auto length = int(content.size()) + 2;
-        return QByteArray("\xff") + marker + char(length >> 8) + char(length & 255) + content;
-    };
-    const QByteArray edgeBytes = QByteArray(1, char(edge >> 8)) + char(edge & 255);
-    const QByteArray shortest = QByteArray(1, 1) + QByteArray(16, 0); // one code, of one bit
-    QByteArray file = "\xff\xd8" + segment('\xdb', QByteArray(1, 0) + QByteArray(64, 1)) +
-                      segment('\xc0', QByteArray(1, 8) + edgeBytes + edgeBytes +
-                                          QByteArray("\3\1\x11\0\2\x11\0\3\x11\0", 10)) +
-                      segment('\xc4', QByteArray(1, 0) + shortest) +
-                      segment('\xc4', QByteArray(1, 0x10) + shortest);
-    for (int scan = 0; scan < scans; ++scan)
-        file +=
-            segment('\xda', QByteArray(1, 1) + char(scan % 3 + 1) + QByteArray("\0\0\x3f\0", 4)) +
-            '\0';
-    return file + "\xff\xd9";
-}
-
 /// An icon file that says it is small and holds a PNG.
 QByteArray icoOf(const QByteArray &png)
 {
@@ -158,9 +137,9 @@ private slots:
             << heicGrid(heic(corners({64, 64})),
                         {.columns = 200, .rows = 200, .canvas = {12800, 12800}})
             << QSize(10, 10);
-        for (const int scans : {3, 256})
-            QTest::addRow("a JPEG in %d pieces, asked for small", scans)
-                << jpegInPieces(16000, scans) << QSize(10, 10);
+        for (const char *pieces : {"pieces-3.jpeg", "pieces-256.jpeg"})
+            QTest::newRow(pieces) << dataFile(QStringLiteral("pictures/") + QLatin1String(pieces))
+                                  << QSize(10, 10);
         const QByteArray flat = encoded(QImage(QSize(8192, 8000), QImage::Format_Mono), "png");
         const QByteArray flatColors = sample::image({8192, 8000}, "png", QColor(1, 2, 3, 4));
         QTest::newRow("a colour that fills 65 megapixels") << flatColors << QSize();
@@ -187,27 +166,23 @@ private slots:
         QCOMPARE_LE(peakMemory() - before, 256LL << 20);
     }
 
-    void imagesWaitForEachOthersMemory_data()
-    {
-        QTest::addColumn<QByteArray>("file");
-        QTest::newRow("an image") << encoded(corners({64, 64}), "png");
-        QTest::newRow("a drawing") << drawing("<rect width='9' height='9'/>");
-    }
     void imagesWaitForEachOthersMemory()
     {
-        QFETCH(QByteArray, file);
-        std::atomic_bool isDecoded = false;
-        std::thread other;
-        {
-            ImageMemoryShare all;
-            all.reserve(ImageLimits().heldBytesOfPhoto); // more than there is: all of it
-            QVERIFY(decodePicture(file));                // within one's own share
-            other = std::thread([&] { isDecoded = decodePicture(file).has_value(); });
-            QTest::qWait(50);
-            QVERIFY(!isDecoded);
+        for (const QByteArray &file :
+             {encoded(corners({64, 64}), "png"), drawing("<rect width='9' height='9'/>")}) {
+            std::atomic_bool isDecoded = false;
+            std::thread other;
+            {
+                ImageMemoryShare all;
+                all.reserve(ImageLimits().heldBytesOfPhoto); // more than there is: all of it
+                QVERIFY(decodePicture(file));                // within one's own share
+                other = std::thread([&] { isDecoded = decodePicture(file).has_value(); });
+                QTest::qWait(50);
+                QVERIFY(!isDecoded);
+            }
+            other.join();
+            QVERIFY(isDecoded);
         }
-        other.join();
-        QVERIFY(isDecoded);
     }
 
     void drawingsShowNothingFromOutside_data()
@@ -279,31 +254,20 @@ private slots:
         QVERIFY(!decodePicture(file)); // 800 MB
     }
 
-    void transparencyIsKeptOrLiesOnWhite()
+    void transparencyIsSeenAndKept()
     {
         QImage last(8, 70, QImage::Format_ARGB32);
         last.fill(Qt::red);
         last.setPixelColor(7, 69, Qt::transparent);
-        QVERIFY(UIImage::fromQImage(last)->hasTransparency());
-        QImage half(32, 32, QImage::Format_ARGB32);
-        half.fill(QColor(0, 0, 255, 128));
-        const auto image = UIImage::fromQImage(half);
-        const auto png = UIImagePNGRepresentation(*image);
-        QCOMPARE(QImage::fromData(*png).pixelColor(9, 9), half.pixelColor(9, 9));
-        const QColor mixed =
-            QImage::fromData(*UIImageJPEGRepresentation(*image, 1.0)).pixelColor(9, 9);
-        QVERIFY(std::abs(mixed.red() - 127) < 5 && mixed.blue() > 248);
+        const auto image = UIImage::fromQImage(last);
+        QVERIFY(image->hasTransparency());
+        const QImage kept = QImage::fromData(*UIImagePNGRepresentation(*image));
+        QCOMPARE(kept.convertToFormat(last.format()), last);
     }
 
     void qualityIsClamped()
     {
-        QImage noise(64, 64, QImage::Format_RGB32);
-        for (int y = 0; y < 64; ++y) {
-            for (int x = 0; x < 64; ++x)
-                noise.setPixel(x, y,
-                               qRgb((x * 97 + y * 57) % 256, (x * y) % 256, (x + y * 3) % 256));
-        }
-        const auto image = UIImage::fromQImage(noise);
+        const auto image = UIImage::fromQImage(corners({61, 45}));
         const auto size = [&image](double quality) {
             return UIImageJPEGRepresentation(*image, quality)->size();
         };
@@ -315,32 +279,25 @@ private slots:
         QVERIFY(!UIImageJPEGRepresentation(*tooLong, 1.0));
     }
 
-    void everyPixelKeepsItsColorAtAHighQuality_data()
-    {
-        QTest::addColumn<double>("quality");
-        QTest::addColumn<int>("distance");
-        QTest::newRow("the best") << 1.0 << 4;
-        QTest::newRow("the least such") << 0.9 << 24;
-    }
     void everyPixelKeepsItsColorAtAHighQuality()
     {
-        QFETCH(double, quality);
-        QFETCH(int, distance);
         QImage stripes(64, 32, QImage::Format_RGB32);
         for (int at = 0; at < 64 * 32; ++at)
             stripes.setPixel(at % 64, at / 64, at % 2 == 0 ? qRgb(255, 0, 0) : qRgb(0, 0, 255));
-        const auto file = UIImageJPEGRepresentation(*UIImage::fromQImage(stripes), quality);
-        QCOMPARE_LE(difference(QImage::fromData(*file), stripes), distance);
+        const auto image = UIImage::fromQImage(stripes);
+        const auto loss = [&](double quality) {
+            return difference(QImage::fromData(*UIImageJPEGRepresentation(*image, quality)),
+                              stripes);
+        };
+        QCOMPARE_LE(loss(1.0), 4);
+        QCOMPARE_LE(loss(0.9), 24);
     }
 
-    void onlyRegularFilesAreRead()
+    void filesOfAnyPictureAreRead()
     {
         const QString path = folder.filePath(QStringLiteral("a.jpg"));
-        QVERIFY(!readPictureFile(path));
         QVERIFY(sample::write(path, "content"));
         QCOMPARE(readPictureFile(path), QByteArray("content"));
-        QVERIFY(!readPictureFile(folder.path()));
-        QVERIFY(!readPictureFile(QStringLiteral("/dev/zero")));
         QFile::resize(path, (256LL << 20) + 1);
         QVERIFY(!readPictureFile(path));
     }

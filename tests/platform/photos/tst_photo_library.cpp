@@ -190,22 +190,6 @@ private slots:
                                   u"text.jpg ?"_s, u"gone.jpg -"_s, u"last.jpg public.jpeg"_s}));
     }
 
-    void preparationsRunBesideTheMainThreadAndEndInOrder()
-    {
-        PHImageManager manager;
-        const PHAsset asset = add(u"a.jpg"_s, 5);
-        QList<int> order;
-        for (int i = 0; i < 4; ++i) {
-            manager.requestPreparedImageData(
-                asset, {}, [i, &order](const auto &, const auto &) -> std::function<void()> {
-                    const bool beside = QThread::currentThread() != qApp->thread();
-                    QThread::msleep(i == 0 ? 60 : 1);
-                    return [i, beside, &order] { order.append(beside ? i : -1); };
-                });
-        }
-        QTRY_COMPARE(order, QList<int>({0, 1, 2, 3}));
-    }
-
     void whatHangsHoldsUpNobodyElse()
     {
         PhotoWorkers::setTimeLimit(std::chrono::milliseconds(1500));
@@ -347,24 +331,15 @@ private slots:
         QVERIFY(!QFile::exists(path(u"own"_s)));
     }
 
-    void thumbnailsAreOfAStandardSize_data()
-    {
-        QTest::addColumn<QSize>("picture");
-        QTest::addColumn<int>("edge");
-        QTest::addColumn<QSize>("stored");
-        QTest::newRow("its shorter edge suffices") << QSize(4000, 3000) << 96 << QSize(128, 96);
-        QTest::newRow("its shorter edge is one too short")
-            << QSize(4000, 3000) << 97 << QSize(256, 192);
-        QTest::newRow("upright") << QSize(3000, 4000) << 300 << QSize(384, 512);
-        QTest::newRow("no size covers it") << QSize(8000, 1000) << 200 << QSize(1024, 128);
-        QTest::newRow("a small picture") << QSize(90, 300) << 256 << QSize(90, 300);
-        QTest::newRow("a line") << QSize(5000, 1) << 100 << QSize(1024, 1);
-    }
     void thumbnailsAreOfAStandardSize()
     {
-        QFETCH(QSize, picture);
-        QFETCH(int, edge);
-        QTEST(ThumbnailDiskCache::storedSize(picture, edge), "stored");
+        const auto stored = &ThumbnailDiskCache::storedSize;
+        QCOMPARE(stored({4000, 3000}, 96), QSize(128, 96));
+        QCOMPARE(stored({4000, 3000}, 97), QSize(256, 192)); // its shorter edge would be too short
+        QCOMPARE(stored({3000, 4000}, 300), QSize(384, 512));
+        QCOMPARE(stored({8000, 1000}, 200), QSize(1024, 128)); // no size covers it
+        QCOMPARE(stored({90, 300}, 256), QSize(90, 300));      // it is small itself
+        QCOMPARE(stored({5000, 1}, 100), QSize(1024, 1));
     }
 
     void memoryIsBounded()

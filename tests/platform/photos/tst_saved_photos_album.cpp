@@ -53,20 +53,6 @@ private slots:
         }
         QCOMPARE(names.filter(QStringLiteral(".png")).size(), threads);
     }
-
-    void anAlbumThatCannotBeWrittenLeavesNothing()
-    {
-        QTemporaryDir folder;
-        const QString path = folder.filePath(QStringLiteral("file"));
-        QVERIFY(sample::write(path, "in the way"));
-        setPicturesDirectory(path);
-        QTest::ignoreMessage(QtWarningMsg,
-                             QRegularExpression(QStringLiteral("could not be added")));
-        UIImageWriteToSavedPhotosAlbum(*UIImage::fromData(sample::image({6, 4}, "png")));
-        QVERIFY(waitForAlbumWrites(20s));
-        setPicturesDirectory({});
-        QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden).size(), 1);
-    }
 };
 
 QTEST_GUILESS_MAIN(SavedPhotosAlbumTest)
