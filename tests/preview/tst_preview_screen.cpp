@@ -4,6 +4,7 @@
 #include "platform/ui/ui_device.h"
 #include "platform/ui/ui_navigation_bar.h"
 #include "preview/zelkam_mobile_contents_pre_view_vc.h"
+#include "support/data_table.h"
 #include "support/screen_test.h"
 
 #include <QPlainTextEdit>
@@ -122,13 +123,12 @@ private slots:
 
     void shareOpensTheSheet_data()
     {
-        QTest::addColumn<bool>("tablet");
-        QTest::newRow("on a phone, with no anchor") << false;
-        QTest::newRow("on a tablet, at the button") << true;
+        test::addCases({"on a phone, with no anchor", "on a tablet, at the button"});
     }
     void shareOpensTheSheet()
     {
-        QFETCH(bool, tablet);
+        QFETCH(QString, what);
+        const bool tablet = what.startsWith(u"on a tablet");
         if (tablet)
             UIDevice::current().setUserInterfaceIdiom(UIUserInterfaceIdiom::pad);
         present(file(u"a.txt"_s), true);

@@ -6,6 +6,7 @@
 #include "platform/ui/ui_document_picker_view_controller.h"
 #include "support/cut_texts.h"
 #include "support/data_table.h"
+#include "support/sample_files.h"
 #include "support/screen_test.h"
 
 #include <QDir>
@@ -52,9 +53,7 @@ private:
     void write(const QString &name, const QByteArray &content = "x")
     {
         QDir().mkpath(QFileInfo(root->filePath(name)).path());
-        QFile file(root->filePath(name));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(content);
+        QVERIFY(sample::write(root->filePath(name), content));
     }
 
     void present(const QStringList &types = {u"public.item"_s}, bool multiple = true)
