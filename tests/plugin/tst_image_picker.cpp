@@ -1,5 +1,6 @@
 #include "platform/foundation/coder.h"
 #include "platform/images/heif_writer.h"
+#include "platform/images/image_representation.h"
 #include "platform/images/picture_comparison.h"
 #include "platform/photos/ph_photo_library.h"
 #include "platform/photos/thumbnail_store.h"
@@ -294,9 +295,9 @@ private slots:
         if (isPng || size != image.size())
             return;
         // The same pixels at the same quality are the same file.
-        const QImage decoded = UIImage::fromData(fileOf(image, name))->toQImage();
+        const auto decoded = UIImage::fromData(fileOf(image, name));
         QCOMPARE(QByteArray::fromBase64(url.toByteArray().mid(23)),
-                 encoded(decoded, "jpeg", quality));
+                 UIImageJPEGRepresentation(*decoded, quality / 100.0).value());
     }
 
     // Three columns, of which two whole rows are in view.
