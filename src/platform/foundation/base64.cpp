@@ -32,11 +32,4 @@ void base64Encode(const char *bytes, qint64 size, char *text)
     }
 }
 
-QByteArray base64Encoded(const QByteArray &bytes)
-{
-    QByteArray text(static_cast<qsizetype>(base64Length(bytes.size())), Qt::Uninitialized);
-    base64Encode(bytes.constData(), bytes.size(), text.data());
-    return text;
-}
-
 } // namespace zelkam

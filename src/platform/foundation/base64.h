@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QByteArray>
 #include <QtGlobal>
 
 namespace zelkam {
@@ -19,7 +18,5 @@ constexpr qint64 base64Length(qint64 bytes)
 ///
 /// @param text  takes base64Length(size) characters; must not overlap the bytes
 void base64Encode(const char *bytes, qint64 size, char *text);
-
-QByteArray base64Encoded(const QByteArray &bytes);
 
 } // namespace zelkam
