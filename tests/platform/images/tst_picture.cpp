@@ -219,15 +219,7 @@ private slots:
 
     void drawingsLookAsTheRendererDrawsThem()
     {
-        const QByteArray svg = drawing(
-            "<defs><linearGradient id='g'><stop offset='0' stop-color='red'/><stop offset='1' "
-            "stop-color='blue'/></linearGradient><clipPath id='c'><circle cx='256' cy='256' "
-            "r='200'/></clipPath></defs><rect width='512' height='256' fill='url(#g)'/>"
-            "<g transform='rotate(20 256 256)' opacity='0.5'><ellipse cx='256' cy='256' rx='200' "
-            "ry='90' stroke='green' stroke-width='12' stroke-dasharray='30 9'/></g>"
-            "<polyline points='9,9 90,400 300,100' fill='none' stroke='black' stroke-width='7'/>"
-            "<polygon points='300,300 500,300 400,500' fill='yellow' fill-rule='evenodd'/>"
-            "<text x='40' y='480' font-size='60'>Text</text>");
+        const QByteArray svg = dataFile(QStringLiteral("pictures/drawing.svg"));
         QImage expected(512, 512, QImage::Format_ARGB32_Premultiplied);
         expected.fill(Qt::transparent);
         {
