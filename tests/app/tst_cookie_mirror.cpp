@@ -25,7 +25,8 @@ class TestCookieMirror : public QObject
     static QStringList texts(const HTTPCookieStorage &store)
     {
         QStringList texts;
-        for (const HTTPCookie &c : store.cookies().value())
+        const QList<HTTPCookie> cookies = *store.cookies();
+        for (const HTTPCookie &c : cookies)
             texts += QString::fromUtf8(c.toNetworkCookie().toRawForm());
         texts.sort();
         return texts;
@@ -40,6 +41,12 @@ class TestCookieMirror : public QObject
             store.setCookie(cookie);
         }
     }
+
+public:
+    static void initMain()
+    {
+        qputenv("QTWEBENGINE_DISABLE_SANDBOX", "1");
+    } // for root there is none
 
 private slots:
     void keepsBothInStep_data() { addRows({"app/cookie_mirror.json"}); }
@@ -83,12 +90,5 @@ private slots:
     }
 };
 
-int main(int argc, char **argv)
-{
-    qputenv("QTWEBENGINE_DISABLE_SANDBOX", "1"); // as root it cannot be set up
-    QApplication application(argc, argv);
-    TestCookieMirror test;
-    return QTest::qExec(&test, argc, argv);
-}
-
+QTEST_MAIN(TestCookieMirror)
 #include "tst_cookie_mirror.moc"

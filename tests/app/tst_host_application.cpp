@@ -78,6 +78,13 @@ class TestHostApplication : public QObject
         return count;
     }
 
+public:
+    static void initMain()
+    {
+        qputenv("QTWEBENGINE_DISABLE_SANDBOX", "1"); // for root there is none
+        HostSchemeHandler::registerScheme();
+    }
+
 private slots:
     void initTestCase()
     {
@@ -243,13 +250,5 @@ private slots:
     }
 };
 
-int main(int argc, char **argv)
-{
-    qputenv("QTWEBENGINE_DISABLE_SANDBOX", "1");
-    HostSchemeHandler::registerScheme();
-    QApplication application(argc, argv);
-    TestHostApplication test;
-    return QTest::qExec(&test, argc, argv);
-}
-
+QTEST_MAIN(TestHostApplication)
 #include "tst_host_application.moc"

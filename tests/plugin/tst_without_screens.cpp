@@ -1,4 +1,6 @@
 #include "host/argument_values.h"
+#include "plugin/zelkam_mobile_contents_plugin.h"
+#include "support/recording_call.h"
 
 #include <QtTest>
 #include <limits>
@@ -6,7 +8,8 @@
 using namespace zelkam;
 using namespace Qt::StringLiterals;
 
-class TestArgumentValues : public QObject
+/// What a call comes to in a program that has no widgets.
+class TestWithoutScreens : public QObject
 {
     Q_OBJECT
 
@@ -54,7 +57,19 @@ private slots:
         QTEST(readable.join(u' '), "readableAs");
         QVERIFY(!boolArgument(arguments, u"K"_s) && !stringArgument({}, key));
     }
+
+    void saysThatThereIsNoPicker()
+    {
+        const auto plugin = makePlugin<ZelkamMobileContentsPlugin>();
+        const auto call = std::make_shared<RecordingCall>(
+            QVariantMap{{u"extension"_s, u""_s}, {u"multiselect"_s, false}, {u"maxcount"_s, 1}});
+        QMetaObject::invokeMethod(plugin.get(), "filePicker",
+                                  Q_ARG(zelkam::CallBackManagerPtr, call));
+        QCOMPARE(call->replies(), QStringList());
+        QTRY_COMPARE(call->replies(), QStringList(u"error OBJECT_CREATION_FAILED: fileBrowser "
+                                                  "init failed"_s));
+    }
 };
 
-QTEST_GUILESS_MAIN(TestArgumentValues)
-#include "tst_argument_values.moc"
+QTEST_GUILESS_MAIN(TestWithoutScreens)
+#include "tst_without_screens.moc"
