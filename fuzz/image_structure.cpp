@@ -1,4 +1,6 @@
-// The markers of any JPEG and the blocks of any GIF or BMP are walked within the file's bounds.
+// The markers of any JPEG, the blocks of any GIF or BMP, and what holds an Exif block are walked
+// within the file's bounds.
+#include "platform/images/image_orientation.h"
 #include "platform/images/image_wholeness.h"
 #include "platform/images/jpeg_structure.h"
 
@@ -15,5 +17,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, std::size_t siz
     }
     gifIsWhole(bytes);
     bmpIsWhole(bytes);
+    for (const char *format : {"jpeg", "png", "webp"})
+        exifTransformation(bytes, format);
     return 0;
 }

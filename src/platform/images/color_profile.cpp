@@ -1,8 +1,8 @@
 #include "platform/images/color_profile.h"
 
 #include <QColorSpace>
+#include <algorithm>
 #include <lcms2.h>
-#include <memory>
 
 namespace zelkam {
 

@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QImage>
+#include <memory>
 #include <optional>
 
 namespace zelkam {

@@ -4,7 +4,10 @@
 
 #include <QBuffer>
 #include <QColorSpace>
+#include <algorithm>
+#include <cstdarg>
 #include <cstring>
+#include <limits>
 #include <memory>
 #include <tiffio.h>
 #include <vector>
