@@ -1,5 +1,6 @@
 #include "platform/foundation/dispatch_queue.h"
 
+#include <QBasicTimer>
 #include <QCoreApplication>
 #include <QThread>
 #include <chrono>
@@ -108,6 +109,10 @@ BackgroundPool &backgroundPool()
 /// The work of the main queue. It is kept here, and not in the events that lead to it: events that
 /// are left over are destroyed under a lock of Qt's, and what a piece of work holds (a screen, say)
 /// may need that lock to go.
+///
+/// One event of Qt's leads to each piece, and Qt delivers all events that are there in one turn of
+/// the event loop. A turn that has lasted too long leaves the rest to a timer, so that a touch does
+/// not wait for a thousand pieces.
 class MainQueue
 {
 public:
@@ -129,6 +134,7 @@ public:
         std::deque<DispatchQueue::Work> dropped; // destroyed after the lock is released
         const std::lock_guard lock(m_mutex);
         m_isOpen = false;
+        m_left = 0;
         dropped.swap(m_pending);
     }
 
@@ -139,10 +145,55 @@ public:
             return;
         m_pending.push_back(std::move(work));
         QMetaObject::invokeMethod(
-            QCoreApplication::instance(), [this] { runNext(); }, Qt::QueuedConnection);
+            QCoreApplication::instance(), [this] { handleEvent(); }, Qt::QueuedConnection);
     }
 
 private:
+    using Clock = std::chrono::steady_clock;
+    static constexpr std::chrono::milliseconds longestTurn{8};
+
+    /// Runs what the events have left. A child of the application object.
+    class NextTurn : public QObject
+    {
+    public:
+        explicit NextTurn(MainQueue &queue) : QObject(QCoreApplication::instance()), m_queue(queue)
+        {
+            // A timer without an interval would wait until nothing else is to be done.
+            m_timer.start(1, this);
+        }
+
+    protected:
+        void timerEvent(QTimerEvent *) override
+        {
+            m_queue.m_turnBegan = Clock::now();
+            while (m_queue.m_left > 0 && !m_queue.isTurnOver()) {
+                --m_queue.m_left;
+                m_queue.runNext();
+            }
+            if (m_queue.m_left == 0) {
+                m_timer.stop();
+                deleteLater();
+            }
+        }
+
+    private:
+        MainQueue &m_queue;
+        QBasicTimer m_timer;
+    };
+
+    bool isTurnOver() const { return Clock::now() - m_turnBegan > longestTurn; }
+
+    void handleEvent()
+    {
+        // What comes after a while comes in another turn.
+        if (Clock::now() - m_lastEnd > std::chrono::milliseconds(1))
+            m_turnBegan = Clock::now();
+        if (m_left == 0 && !isTurnOver())
+            runNext();
+        else if (m_left++ == 0)
+            new NextTurn(*this);
+    }
+
     void runNext()
     {
         DispatchQueue::Work work;
@@ -154,11 +205,16 @@ private:
             m_pending.pop_front();
         }
         work();
+        m_lastEnd = Clock::now();
     }
 
-    std::mutex m_mutex;
+    std::mutex m_mutex; // guards the next two
     std::deque<DispatchQueue::Work> m_pending;
     bool m_isOpen = false;
+    // Of the main thread.
+    Clock::time_point m_turnBegan;
+    Clock::time_point m_lastEnd;
+    qsizetype m_left = 0; ///< pieces whose events came when a turn was over
 };
 
 void openMainQueue()

@@ -8,7 +8,8 @@ namespace zelkam {
 
 /// A first-in-first-out queue of work: the main queue, or a serial queue in the background.
 ///
-/// The main queue runs its work on the thread of the application object, from its event loop.
+/// The main queue runs its work on the thread of the application object, from its event loop, and
+/// gives way to other events when much of it waits.
 /// A background queue runs one piece of work at a time, in the order given, on some thread of a
 /// pool that all background queues share; queues that have nothing to do hold no thread.
 ///

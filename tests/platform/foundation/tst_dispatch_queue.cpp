@@ -1,5 +1,7 @@
 #include "platform/foundation/dispatch_queue.h"
 
+#include <QThread>
+#include <QTimer>
 #include <QtTest>
 #include <atomic>
 #include <chrono>
@@ -68,6 +70,22 @@ private slots:
         QVERIFY(order.empty());
         QTRY_COMPARE(order.size(), 101U);
         QVERIFY(std::is_sorted(order.begin(), order.end()));
+    }
+
+    void mainWorkLeavesTurnsToOthers()
+    {
+        std::vector<int> order;
+        int before = 0;
+        QTimer::singleShot(5, this, [&] { before = int(order.size()); });
+        for (int i = 0; i < 20; ++i) {
+            DispatchQueue::main().async([&order, i] {
+                QThread::msleep(10);
+                order.push_back(i);
+            });
+        }
+        QTRY_COMPARE(order.size(), 20U);
+        QVERIFY(std::is_sorted(order.begin(), order.end()));
+        QVERIFY2(before > 0 && before < 10, qPrintable(QString::number(before)));
     }
 };
 
