@@ -1,7 +1,8 @@
 #pragma once
 
+#include "toast/toast_timer.h"
+
 #include <QPointer>
-#include <QTimer>
 #include <QWidget>
 
 #include <functional>
@@ -20,17 +21,6 @@ public:
     explicit ToastCompletionWrapper(ToastCallback callback) : completion(std::move(callback)) {}
 
     const ToastCallback completion;
-};
-
-/// Runs out once and then sends its toast away. Belongs to the toast.
-class ToastTimer : public QTimer
-{
-    Q_OBJECT
-
-public:
-    explicit ToastTimer(QWidget *toast) : QTimer(toast) {}
-
-    QWidget *userInfo() const { return qobject_cast<QWidget *>(parent()); }
 };
 
 /// The target of the timers and taps of every toast.

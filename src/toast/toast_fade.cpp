@@ -54,23 +54,31 @@ void fadeToast(QWidget *view, double alpha, FadeCurve curve, std::function<void(
     if (QPropertyAnimation *running = fadeOf(effect))
         running->stop();
 
-    auto *fade = new QPropertyAnimation(effect, "alpha", effect);
+    // Always a trip through the event loop: a callback may delete the host, and a queue may be
+    // thousands long.
+    const auto end = [view = QPointer(view), completion = std::move(completion)] {
+        runInTurn([view, completion] {
+            if (view)
+                completion();
+        });
+    };
     const double seconds = ToastManager::shared().style.fadeDuration.count();
-    fade->setDuration(isMotionReduced(view) || view->isHidden() ? 0 : toMilliseconds(seconds));
+    const int duration = isMotionReduced(view) || view->isHidden() ? 0 : toMilliseconds(seconds);
+    if (duration == 0) {
+        effect->setAlpha(alpha);
+        end();
+        return;
+    }
+    auto *fade = new QPropertyAnimation(effect, "alpha", effect);
+    fade->setDuration(duration);
     fade->setEasingCurve(easing(curve));
     fade->setStartValue(effect->alpha());
     fade->setEndValue(alpha);
-    // stateChanged, as finished says nothing of a fade that was cut short. Always a trip through
-    // the event loop: a callback may delete the host, and a queue may be thousands long.
+    // stateChanged, as finished says nothing of a fade that was cut short.
     QObject::connect(fade, &QAbstractAnimation::stateChanged, qApp,
-                     [view = QPointer(view),
-                      completion = std::move(completion)](QAbstractAnimation::State state) {
-                         if (state != QAbstractAnimation::Stopped)
-                             return;
-                         runInTurn([view, completion] {
-                             if (view)
-                                 completion();
-                         });
+                     [end](QAbstractAnimation::State state) {
+                         if (state == QAbstractAnimation::Stopped)
+                             end();
                      });
     fade->start(QAbstractAnimation::DeleteWhenStopped);
 }

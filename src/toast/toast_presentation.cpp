@@ -51,9 +51,7 @@ void stopTimer(const QWidget *toast)
 void startTimer(QWidget *toast, ToastDuration duration)
 {
     auto *timer = new ToastTimer(toast);
-    timer->setSingleShot(true);
-    timer->setTimerType(Qt::PreciseTimer);
-    QObject::connect(timer, &QTimer::timeout, timer, [timer] {
+    QObject::connect(timer, &ToastTimer::timeout, timer, [timer] {
         runInTurn([timer = QPointer(timer)] {
             if (timer)
                 ToastManager::shared().completion.toastTimerDidFinish(timer);

@@ -38,6 +38,15 @@ private slots:
         QTRY_VERIFY(!toast);
     }
 
+    void eachGoesInItsTime()
+    {
+        Host host;
+        for (const int time : {600, 200, 400, 201})
+            host.toast(QString::number(time), std::chrono::milliseconds(time));
+        hideToast(&host, host.toast(u"b"_s, 300ms));
+        QTRY_COMPARE(host.log, u"b.200.201.400.600."_s);
+    }
+
     void fadesEaseAndBeginWhereTheyAre()
     {
         ToastManager::shared().style.fadeDuration = 1h;
