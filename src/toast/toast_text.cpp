@@ -25,6 +25,11 @@ ToastText::ToastText(const QString &text, const QFont &font, TextAlignment align
     static const QRegularExpression lineEnd(QStringLiteral("\r\n|[\n\r\v\f\u0085\u2028\u2029]"));
     const bool tooLong = text.size() > longestText;
     m_paragraphs = (tooLong ? text.left(longestText) + ellipsis : text).split(lineEnd);
+    // Fonts draw a box for each of them.
+    for (QString &paragraph : m_paragraphs) {
+        paragraph.removeIf(
+            [](QChar c) { return c.category() == QChar::Other_Control && c != u'\t'; });
+    }
 }
 
 double ToastText::Line::height() const

@@ -12,7 +12,8 @@ class QPainter;
 
 namespace zelkam {
 
-/// A plain text that is broken into lines, whatever it contains: no mark-up is understood.
+/// A plain text that is broken into lines, whatever it contains: no mark-up is understood. Of the
+/// control characters, line ends and tabs count and the others are not drawn.
 ///
 /// Lines break between words, and within one that is longer than a line. Each paragraph runs in
 /// the direction of its own first letter. A text that is cut ends in an ellipsis.
