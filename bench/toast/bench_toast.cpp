@@ -1,5 +1,6 @@
 // Prints a table of what toasts cost: making one beside the three bare widgets that it consists
-// of, the area that a fade repaints, and a long queue in time and memory.
+// of, the area that a fade repaints, a long queue in time and memory, and how long the main thread
+// goes without a turn while there are thousands.
 
 #include "toast/toast.h"
 
@@ -193,6 +194,50 @@ void benchQueue()
     }
 }
 
+/// How long the main thread goes without a turn from when so many toasts have been made until they
+/// have gone, in milliseconds.
+double longestTurn(int count, ToastDuration duration, const std::function<void(QWidget *)> &then)
+{
+    QWidget host;
+    host.resize(390, 844);
+    host.show();
+    spin(50ms);
+    int done = 0;
+    for (int i = 0; i < count; ++i) {
+        makeToast(&host, messageText, duration, ToastPosition::bottom, titleText, std::nullopt,
+                  ToastManager::shared().style, [&done](bool) { ++done; });
+    }
+    bool isLater = false;
+    QTimer::singleShot(1s, &host, [&] {
+        isLater = true;
+        then(&host);
+    });
+    double longest = 0.0;
+    while (done < count || !isLater) {
+        QElapsedTimer turn;
+        turn.start();
+        QCoreApplication::processEvents();
+        longest = std::max(longest, double(turn.nsecsElapsed()) / 1e6);
+    }
+    return longest;
+}
+
+void benchTurns()
+{
+    constexpr int count = 10'000;
+    constexpr double allowed = 50.0;
+    const auto row = [](const char *what, double longest) {
+        std::printf("| longest turn, %d toasts %s | %.0f ms | allowed: %.0f ms | %.2f |\n", count,
+                    what, longest, allowed, longest / allowed);
+    };
+    const auto nothing = [](QWidget *) {};
+    row("through one queue", longestTurn(count, 0s, nothing));
+    ToastManager::shared().isQueueEnabled = false;
+    ToastManager::shared().style.fadeDuration = 200ms;
+    row("at once", longestTurn(count, 2s, nothing));
+    row("at once, all hidden", longestTurn(count, 1h, [](QWidget *host) { hideAllToasts(host); }));
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -202,5 +247,6 @@ int main(int argc, char *argv[])
     benchMaking();
     benchFade();
     benchQueue();
+    benchTurns();
     return 0;
 }
