@@ -1,4 +1,4 @@
-#include "platform/ui/background_work.h"
+#include "platform/foundation/background_work.h"
 
 #include <QCoreApplication>
 #include <chrono>
