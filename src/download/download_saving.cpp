@@ -8,7 +8,9 @@
 #include "platform/foundation/file_manager.h"
 #include "platform/foundation/file_reader.h"
 #include "platform/foundation/percent_encoding.h"
+#include "platform/images/decoder.h"
 #include "platform/images/picture.h"
+#include "platform/images/picture_kind.h"
 #include "platform/images/ui_image.h"
 #include "platform/network/url_response.h"
 #include "platform/photos/saved_photos_album.h"
@@ -41,10 +43,9 @@ QString lastPathComponent(const QString &path)
 std::optional<UIImage> imageAt(const URL &url)
 {
     const auto file = openContentsOf(url);
-    if (!file || file->size() > largestPictureFile || !pictureTypeIdentifier(file->head(16)))
+    if (!file || file->size() > largestPictureFile || rasterFormat(file->head(64)).isEmpty())
         return std::nullopt;
-    const auto data = file->readAll();
-    return data ? UIImage::fromData(*data) : std::nullopt;
+    return UIImage::fromQImage(decode(DecodeWish(), *file).image);
 }
 
 } // namespace

@@ -1,7 +1,6 @@
 #include "plugin/zelkam_mobile_contents_plugin.h"
 
 #include "host/argument_values.h"
-#include "platform/images/image_memory.h"
 #include "platform/images/image_representation.h"
 #include "platform/images/picture.h"
 #include "plugin/data_url.h"
@@ -18,15 +17,6 @@ std::optional<QSizeF> askedSize(const QVariantMap &options)
     if (!width || !height || !(*width > 0.0) || !(*height > 0.0))
         return std::nullopt;
     return QSizeF(*width, *height);
-}
-
-/// Decodes as large as asked, stretched: the decoder does the drawing.
-std::optional<UIImage> decode(const QByteArray &data, const std::optional<QSizeF> &asked)
-{
-    if (!asked)
-        return decodePicture(data);
-    const auto context = drawingContextSize(asked->width(), asked->height());
-    return context ? decodePicture(data, *context) : std::nullopt;
 }
 
 double jpegQuality(const QVariantMap &options)
@@ -46,13 +36,15 @@ ZelkamMobileContentsPlugin::getImgStr(const std::optional<QByteArray> &data,
     if (!data || !uti)
         return std::nullopt;
     const QVariantMap asked = options.value_or(QVariantMap());
-    const ImageMemoryShare memory; // until the image is encoded and gone
-    const auto image = decode(*data, askedSize(asked));
-    if (!image)
+    const auto size = askedSize(asked);
+    const auto context =
+        size ? drawingContextSize(size->width(), size->height()) : std::optional<QSize>();
+    if (size && !context)
         return std::nullopt;
+    // It is drawn as large as asked, and stretched, where it is decoded.
     const bool isPng = uti->mid(uti->lastIndexOf(u'.') + 1) == u"png";
-    const auto encoded = isPng ? UIImagePNGRepresentation(*image)
-                               : UIImageJPEGRepresentation(*image, jpegQuality(asked));
+    const auto encoded =
+        isPng ? pictureAsPng(*data, context) : pictureAsJpeg(*data, context, jpegQuality(asked));
     if (!encoded)
         return std::nullopt;
     return dataUrl(isPng ? QStringLiteral("image/png") : QStringLiteral("image/jpeg"), *encoded);

@@ -15,4 +15,17 @@ QImage stretchedImage(QImage image, QSize size)
     return image.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
 }
 
+QSize storedThumbnailSize(QSize picture, int coveringEdge)
+{
+    QSize scaled = picture;
+    for (const int edge : thumbnailEdges) {
+        if (qMax(picture.width(), picture.height()) <= edge)
+            return picture;
+        scaled = picture.scaled(edge, edge, Qt::KeepAspectRatio).expandedTo({1, 1});
+        if (qMin(scaled.width(), scaled.height()) >= coveringEdge)
+            break;
+    }
+    return scaled;
+}
+
 } // namespace zelkam

@@ -1,75 +1,61 @@
 #include "platform/images/picture.h"
 
-#include "platform/foundation/regular_file.h"
-#include "platform/images/image_decoding.h"
-#include "platform/images/svg/svg_image.h"
+#include "platform/images/decoder.h"
 
 namespace zelkam {
 
 namespace {
 
-constexpr qint64 largestVectorFile = 4LL << 20;
-
-bool looksLikeSvg(const QByteArray &data)
+DecodeWish wishFor(DecodeWish::Form form, std::optional<QSize> stretchedTo)
 {
-    return data.size() <= largestVectorFile && data.left(4096).contains("<svg");
+    DecodeWish wish;
+    wish.form = form;
+    if (stretchedTo) {
+        wish.size = DecodeWish::Size::stretched;
+        wish.width = stretchedTo->width();
+        wish.height = stretchedTo->height();
+    }
+    return wish;
 }
 
-std::optional<UIImage> fromDecoded(const std::optional<QImage> &image)
+std::optional<QByteArray> bytesOf(const Decoded &decoded)
 {
-    return image ? UIImage::fromQImage(*image) : std::nullopt;
-}
-
-std::optional<UIImage> drawVector(const QByteArray &data, const ImageTarget &target)
-{
-    return looksLikeSvg(data) ? fromDecoded(drawSvg(data, target)) : std::nullopt;
+    return decoded.isDone() ? std::optional(decoded.bytes) : std::nullopt;
 }
 
 } // namespace
 
-std::optional<QString> pictureTypeIdentifier(const QByteArray &data)
+std::optional<UIImage> decodePicture(const QByteArray &data, std::optional<QSize> stretchedTo)
 {
-    struct Type
-    {
-        const char *format;
-        const char *identifier;
-    };
-    static constexpr Type types[] = {
-        {"jpeg", "public.jpeg"},          {"png", "public.png"},
-        {"gif", "com.compuserve.gif"},    {"bmp", "com.microsoft.bmp"},
-        {"webp", "org.webmproject.webp"}, {"tiff", "public.tiff"},
-        {"ico", "com.microsoft.ico"},     {"heic", "public.heic"},
-        {"avif", "public.avif"},
-    };
-    const QByteArray format = rasterFormat(data);
-    for (const Type &type : types) {
-        if (format == type.format)
-            return QLatin1String(type.identifier);
-    }
-    return looksLikeSvg(data) ? std::optional(QStringLiteral("public.svg-image")) : std::nullopt;
+    return UIImage::fromQImage(decode(wishFor(DecodeWish::Form::pixels, stretchedTo), data).image);
 }
 
-std::optional<UIImage> decodePicture(const QByteArray &data)
+std::optional<QByteArray> pictureAsPng(const QByteArray &data, std::optional<QSize> stretchedTo)
 {
-    if (rasterFormat(data).isEmpty())
-        return drawVector(data, [](QSize own) { return own; });
-    return fromDecoded(decodeImage(data));
+    return bytesOf(decode(wishFor(DecodeWish::Form::png, stretchedTo), data));
 }
 
-std::optional<UIImage> decodePicture(const QByteArray &data, QSize stretchedTo)
+std::optional<QByteArray> pictureAsJpeg(const QByteArray &data, std::optional<QSize> stretchedTo,
+                                        double quality)
 {
-    if (rasterFormat(data).isEmpty())
-        return drawVector(data, [stretchedTo](QSize) { return stretchedTo; });
-    return fromDecoded(decodeImageTo(data, [stretchedTo](QSize) { return stretchedTo; }));
+    DecodeWish wish = wishFor(DecodeWish::Form::jpeg, stretchedTo);
+    wish.quality = quality;
+    return bytesOf(decode(wish, data));
 }
 
-std::optional<UIImage> decodePictureForThumbnail(const QByteArray &data,
-                                                 const std::function<QSize(QSize)> &target)
+std::optional<PictureThumbnail> thumbnailOfPicture(const QString &path, int coveringEdge)
 {
-    if (rasterFormat(data).isEmpty())
-        return drawVector(data, target);
-    constexpr bool hurried = true;
-    return fromDecoded(decodeImageTo(data, target, hurried));
+    const auto file = RegularFile::open(path);
+    if (!file || file->size() > largestPictureFile)
+        return std::nullopt;
+    DecodeWish wish;
+    wish.size = DecodeWish::Size::stored;
+    wish.width = coveringEdge;
+    const Decoded decoded = decode(wish, *file, DecodeUrgency::background);
+    if (!decoded.isDone())
+        return std::nullopt;
+    const QSize own(decoded.reply.ownWidth, decoded.reply.ownHeight);
+    return PictureThumbnail{decoded.image, decoded.image.size() != own};
 }
 
 std::optional<QByteArray> readPictureFile(const QString &path)

@@ -5,28 +5,35 @@
 #include <QByteArray>
 #include <QSize>
 #include <QString>
-#include <functional>
 #include <optional>
 
 namespace zelkam {
 
-// What a person keeps among the pictures: raster images and harmless vector images. Decoding is
-// safe with bytes from anywhere, within the limits of image_decoding.h. Any thread.
+// What a person keeps among the pictures: raster images and harmless vector images. They are opened
+// in a process of their own (decoder.h), so bytes from anywhere are safe here. Any thread but the
+// main one, as all of it waits.
 
-/// The uniform type identifier of an image by its first bytes ("public.jpeg"), whatever the name
-/// of its file says. Nothing for what is no image.
-std::optional<QString> pictureTypeIdentifier(const QByteArray &data);
+/// Decodes a picture, at its own size or stretched to another one. A vector image is drawn at
+/// the size that it asks for.
+std::optional<UIImage> decodePicture(const QByteArray &data,
+                                     std::optional<QSize> stretchedTo = std::nullopt);
 
-/// Decodes a picture at its own size. A vector image is drawn at the size that it asks for.
-std::optional<UIImage> decodePicture(const QByteArray &data);
+/// The same, encoded as a PNG.
+std::optional<QByteArray> pictureAsPng(const QByteArray &data, std::optional<QSize> stretchedTo);
 
-/// Decodes a picture stretched to a size, which costs no more than the smaller one needs.
-std::optional<UIImage> decodePicture(const QByteArray &data, QSize stretchedTo);
+/// The same, encoded as a JPEG.
+///
+/// @param quality  as UIImageJPEGRepresentation() has it
+std::optional<QByteArray> pictureAsJpeg(const QByteArray &data, std::optional<QSize> stretchedTo,
+                                        double quality);
 
-/// Decodes a picture for a thumbnail, at the size that is chosen by its own. A smaller version
-/// that a camera stored in the file may stand for it.
-std::optional<UIImage> decodePictureForThumbnail(const QByteArray &data,
-                                                 const std::function<QSize(QSize)> &target);
+/// A picture as a thumbnail that covers a square.
+struct PictureThumbnail
+{
+    QImage image;           ///< the whole picture at its storedThumbnailSize()
+    bool isSmaller = false; ///< than the picture
+};
+std::optional<PictureThumbnail> thumbnailOfPicture(const QString &path, int coveringEdge);
 
 /// In bytes. No camera's file has more.
 constexpr qint64 largestPictureFile = 256LL << 20;

@@ -1,6 +1,7 @@
 #include "platform/images/ui_image.h"
 
-#include "platform/images/image_decoding.h"
+#include "platform/images/decoder.h"
+#include "platform/images/picture_kind.h"
 
 #include <algorithm>
 
@@ -8,10 +9,9 @@ namespace zelkam {
 
 std::optional<UIImage> UIImage::fromData(const QByteArray &data)
 {
-    auto image = decodeImage(data);
-    if (!image)
+    if (rasterFormat(data).isEmpty())
         return std::nullopt;
-    return UIImage(std::move(*image));
+    return fromQImage(decode(DecodeWish(), data).image);
 }
 
 std::optional<UIImage> UIImage::fromQImage(const QImage &image)

@@ -12,10 +12,10 @@ namespace zelkam {
 class UIImage
 {
 public:
-    /// Decodes the bytes of a raster image (JPEG, PNG, GIF, BMP, WebP, TIFF, ICO, HEIC,
-    /// AVIF); of an animation its first frame. Documents, vector images, what is cut
-    /// short or corrupt, and what would take more memory than ImageLimits allows give nothing; so
-    /// does a progressive JPEG with so many scans that decoding it would take unreasonably long.
+    /// Decodes the bytes of a raster image (JPEG, PNG, GIF, BMP, WebP, TIFF, ICO, HEIC, AVIF); of
+    /// an animation its first frame. Documents, vector images, what is cut short or corrupt, and
+    /// what takes more time or memory than its decoder gets give nothing. Not on the main thread:
+    /// it waits for the decoder.
     static std::optional<UIImage> fromData(const QByteArray &data);
 
     /// Takes an image that is in memory already; nothing for a null image.

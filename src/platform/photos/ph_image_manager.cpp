@@ -2,6 +2,7 @@
 
 #include "platform/foundation/dispatch_queue.h"
 #include "platform/images/picture.h"
+#include "platform/images/picture_kind.h"
 #include "platform/photos/photo_workers.h"
 
 #include <QCoreApplication>
@@ -49,8 +50,10 @@ PHImageRequestID PHImageManager::requestPreparedImageData(const PHAsset &forAsse
     const auto prepare = std::make_shared<const Preparation>(std::move(preparation));
     m_open[sequence].emplace(request, Request{prepare, {}});
     PhotoWorkers::start(
-        [manager = QPointer(this), sequence, request, path = forAsset.filePath(), prepare] {
+        [manager = QPointer(this), sequence, request, path = forAsset.filePath(),
+         prepare](PhotoReading &reading) {
             const auto data = readPictureFile(path);
+            reading.end();
             const auto type = data ? pictureTypeIdentifier(*data) : std::nullopt;
             // The preparation goes along: what it holds is not to be let go of on this thread.
             DispatchQueue::main().async(

@@ -1,33 +1,46 @@
 #pragma once
 
+#include <atomic>
 #include <chrono>
 #include <functional>
 
 namespace zelkam {
 
-/// The threads that read, decode and encode pictures: as many as there are processors, at most
-/// four.
+/// What a worker tells about the file that it reads.
+class PhotoReading
+{
+public:
+    /// Nothing of the file is needed any more: from here on the work may take as long as it takes.
+    void end() { m_isOver = true; }
+    bool isOver() const { return m_isOver; }
+
+private:
+    std::atomic_bool m_isOver = false;
+};
+
+/// Threads that read pictures, and wait for what is made of them.
 ///
 /// A picture may lie where nothing answers any more (a network folder whose server is gone), and
-/// no read of it can be ended from outside. So a thread that waits gets a stand-in, within bounds,
-/// and work that has not ended in the time limit is given up. The end of the application object
-/// drops what has not begun, and waits for two seconds at most for what has.
+/// no read of it can be ended from outside. So a thread that waits for its file gets a stand-in
+/// after a moment, within bounds, and work that has not read its file in the time limit is given
+/// up.
 ///
 /// Main thread only.
 class PhotoWorkers
 {
 public:
-    /// What a person waits for runs on threads of its own. Thumbnails give way to everything else
-    /// on the machine, so that the grid scrolls smoothly while they are made.
+    /// Thumbnails do not stand in the way of what a person waits for.
     enum class Kind { requested, thumbnail };
 
-    /// @param work     runs on a worker thread; it must not throw
-    /// @param givenUp  runs on the main thread, once, if the work does not end in the time limit,
-    ///                 or cannot even begin as all threads hang. The work may end all the same,
-    ///                 before or after: whoever gives both takes what comes first.
-    static void start(std::function<void()> work, Kind kind, std::function<void()> givenUp = {});
+    using Work = std::function<void(PhotoReading &reading)>;
 
-    /// More than the largest picture needs on a slow device.
+    /// @param work     runs on a worker thread; it must not throw
+    /// @param givenUp  runs on the main thread, once, if the file is not read in the time limit.
+    /// The
+    ///                 work may end all the same, before or after: whoever gives both takes what
+    ///                 comes first.
+    static void start(Work work, Kind kind, std::function<void()> givenUp = {});
+
     static constexpr std::chrono::seconds defaultTimeLimit{30};
     static void setTimeLimit(std::chrono::milliseconds limit);
 };

@@ -1,26 +1,28 @@
 #include "platform/photos/thumbnail_disk_cache.h"
 
+#include "platform/images/decoder.h"
+#include "platform/images/image_scaling.h"
+
 #include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
-#include <QImageReader>
 #include <QImageWriter>
 #include <QSaveFile>
 #include <QStandardPaths>
 #include <QUrl>
+#include <algorithm>
 
 namespace zelkam {
 
 namespace {
 
-struct Size
+/// The standard's folder for thumbnails of so long an edge.
+const char *folderOf(int edge)
 {
-    const char *folder;
-    int edge;
-};
-
-/// The standard's sizes, the smallest first.
-constexpr Size sizes[] = {{"normal", 128}, {"large", 256}, {"x-large", 512}, {"xx-large", 1024}};
+    constexpr const char *folders[] = {"normal", "large", "x-large", "xx-large"};
+    const auto found = std::find(thumbnailEdges.cbegin(), thumbnailEdges.cend(), edge);
+    return folders[found - thumbnailEdges.cbegin()];
+}
 
 const QString uriKey = QStringLiteral("Thumb::URI");
 const QString timeKey = QStringLiteral("Thumb::MTime");
@@ -51,41 +53,29 @@ ThumbnailDiskCache::ThumbnailDiskCache(QString folder) : m_folder(std::move(fold
                    QStringLiteral("/thumbnails");
 }
 
-QSize ThumbnailDiskCache::storedSize(QSize picture, int coveringEdge)
-{
-    QSize scaled = picture;
-    for (const Size &size : sizes) {
-        if (qMax(picture.width(), picture.height()) <= size.edge)
-            return picture;
-        scaled = picture.scaled(size.edge, size.edge, Qt::KeepAspectRatio).expandedTo({1, 1});
-        if (qMin(scaled.width(), scaled.height()) >= coveringEdge)
-            break;
-    }
-    return scaled;
-}
-
-QString ThumbnailDiskCache::pathIn(const char *size, const PHAsset &asset) const
+QString ThumbnailDiskCache::pathIn(int edge, const PHAsset &asset) const
 {
     const QByteArray name = QCryptographicHash::hash(uriOf(asset), QCryptographicHash::Md5).toHex();
-    return QStringLiteral("%1/%2/%3.png").arg(m_folder, QLatin1String(size), QLatin1String(name));
+    return QStringLiteral("%1/%2/%3.png")
+        .arg(m_folder, QLatin1String(folderOf(edge)), QLatin1String(name));
 }
 
 std::optional<QImage> ThumbnailDiskCache::find(const PHAsset &asset, int coveringEdge) const
 {
-    for (const Size &size : sizes) {
-        if (size.edge < coveringEdge)
+    DecodeWish wish;
+    wish.task = DecodeWish::Task::thumbnail;
+    const QByteArray key = QCryptographicHash::hash(uriOf(asset) + '\n' + timeOf(asset).toUtf8(),
+                                                    QCryptographicHash::Sha256);
+    std::copy(key.cbegin(), key.cend(), wish.key.begin());
+    for (const int edge : thumbnailEdges) {
+        const auto file =
+            edge >= coveringEdge ? RegularFile::open(pathIn(edge, asset)) : std::nullopt;
+        if (!file)
             continue;
-        QImageReader reader(pathIn(size.folder, asset), "png");
-        const QSize stored = reader.size();
-        // Another program may have written it: nothing says how large it really is.
-        if (stored.isEmpty() || qMax(stored.width(), stored.height()) > size.edge)
-            continue;
-        const bool covers = qMin(stored.width(), stored.height()) >= coveringEdge;
-        const bool largest = &size == std::end(sizes) - 1;
-        QImage image;
-        // The reader itself would take these keys apart at their colons.
-        if ((covers || largest) && reader.read(&image) && image.text(timeKey) == timeOf(asset) &&
-            image.text(uriKey).toUtf8() == uriOf(asset))
+        wish.width = edge;
+        const QImage image = decode(wish, *file, DecodeUrgency::background).image;
+        const bool covers = qMin(image.width(), image.height()) >= coveringEdge;
+        if (!image.isNull() && (covers || edge == thumbnailEdges.back()))
             return image;
     }
     return std::nullopt;
@@ -97,15 +87,15 @@ void ThumbnailDiskCache::store(const PHAsset &asset, const QImage &thumbnail) co
     if (thumbnail.isNull() || asset.filePath().startsWith(m_folder))
         return;
     const int edge = qMax(thumbnail.width(), thumbnail.height());
-    for (const Size &size : sizes) {
-        if (edge > size.edge)
+    for (const int size : thumbnailEdges) {
+        if (edge > size)
             continue;
         makePrivateFolder(m_folder);
-        makePrivateFolder(m_folder + u'/' + QLatin1String(size.folder));
+        makePrivateFolder(m_folder + u'/' + QLatin1String(folderOf(size)));
         QImage image = thumbnail;
         image.setText(uriKey, QString::fromUtf8(uriOf(asset)));
         image.setText(timeKey, timeOf(asset));
-        QSaveFile file(pathIn(size.folder, asset));
+        QSaveFile file(pathIn(size, asset));
         if (!file.open(QIODevice::WriteOnly))
             return;
         file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);

@@ -36,29 +36,6 @@ QImage middleSquare(const QImage &image, int edge)
                                                   : QImage::Format_RGB32);
 }
 
-struct MadeThumbnail
-{
-    QImage square;
-    QImage toStore; ///< null when it is not worth it
-};
-
-MadeThumbnail make(const PHAsset &asset, int edge)
-{
-    const auto data = readPictureFile(asset.filePath());
-    QSize own;
-    const auto picture =
-        data ? decodePictureForThumbnail(*data,
-                                         [edge, &own](QSize size) {
-                                             own = size;
-                                             return ThumbnailDiskCache::storedSize(size, edge);
-                                         })
-             : std::nullopt;
-    if (!picture)
-        return {};
-    const bool smaller = picture->size() != own;
-    return {middleSquare(picture->toQImage(), edge), smaller ? picture->toQImage() : QImage()};
-}
-
 } // namespace
 
 ThumbnailStore::ThumbnailStore(ThumbnailDiskCache diskCache, qint64 memory, QObject *parent)
@@ -95,7 +72,8 @@ void ThumbnailStore::startNext()
     while (!m_wanted.isEmpty() && m_running.size() < mostRunning) {
         const PHAsset asset = m_wanted.takeFirst();
         m_running.insert(runningKey(asset, m_edge));
-        const auto work = [store = QPointer(this), disk = m_diskCache, asset, edge = m_edge] {
+        const auto work = [store = QPointer(this), disk = m_diskCache, asset,
+                           edge = m_edge](PhotoReading &) {
             const auto deliver = [store, asset, edge](const QImage &square) {
                 DispatchQueue::main().async([store, asset, edge, square] {
                     if (store)
@@ -106,10 +84,11 @@ void ThumbnailStore::startNext()
                 deliver(middleSquare(*stored, edge));
                 return;
             }
-            const MadeThumbnail made = make(asset, edge);
-            deliver(made.square);
+            const auto made = thumbnailOfPicture(asset.filePath(), edge);
+            deliver(made ? middleSquare(made->image, edge) : QImage());
             // The screen has it already; the disk gets it while the next one is decoded.
-            disk.store(asset, made.toStore);
+            if (made && made->isSmaller)
+                disk.store(asset, made->image);
         };
         PhotoWorkers::start(work, PhotoWorkers::Kind::thumbnail,
                             [store = QPointer(this), asset, edge = m_edge] {

@@ -21,8 +21,9 @@ void PictureCamera::start()
         return;
     }
     PhotoWorkers::start(
-        [camera = QPointer(this), path = m_path] {
+        [camera = QPointer(this), path = m_path](PhotoReading &reading) {
             const auto data = readPictureFile(path);
+            reading.end();
             const auto picture = data ? decodePicture(*data) : std::nullopt;
             DispatchQueue::main().async([camera, picture] {
                 if (!camera || !camera->m_running)

@@ -101,8 +101,9 @@ void UIImagePickerController::pick(const QString &filePath)
         return;
     m_library->showBusy(true);
     PhotoWorkers::start(
-        [picker = weak_from_this(), filePath] {
+        [picker = weak_from_this(), filePath](PhotoReading &reading) {
             const auto data = readPictureFile(filePath);
+            reading.end();
             const auto picture = data ? decodePicture(*data) : std::nullopt;
             DispatchQueue::main().async([picker, picture] {
                 if (const auto self =

@@ -1,9 +1,9 @@
 #include "platform/ui/image_view.h"
 
 #include "platform/images/image_scaling.h"
+#include "platform/ui/animation_player.h"
 #include "platform/ui/theme.h"
 
-#include <QBuffer>
 #include <QGestureEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -46,19 +46,17 @@ ImageView::ImageView(QImage image, QWidget *parent) : QWidget(parent), m_image(s
     grabGesture(Qt::PinchGesture);
 }
 
-ImageView::~ImageView() = default;
-
-void ImageView::play(const QByteArray &animation)
+void ImageView::play(std::shared_ptr<const RegularFile> animation, int frames)
 {
-    m_animation = std::make_unique<QBuffer>();
-    m_animation->setData(animation);
-    m_animation->open(QIODevice::ReadOnly);
-    m_movie = std::make_unique<QMovie>(m_animation.get());
-    connect(m_movie.get(), &QMovie::frameChanged, this, qOverload<>(&QWidget::update));
     if (isMotionReduced())
-        m_movie->jumpToFrame(0);
-    else
-        m_movie->start();
+        return;
+    auto *const player = new AnimationPlayer(std::move(animation), frames, this);
+    connect(player, &AnimationPlayer::frameChanged, this, [this](const QImage &frame) {
+        m_image = frame;
+        m_fitted = QPixmap();
+        update();
+    });
+    player->start();
 }
 
 double ImageView::fittedScale() const
@@ -118,10 +116,6 @@ void ImageView::paintEvent(QPaintEvent *)
     area.moveCenter(QRectF(rect()).center() + m_offset);
     if (m_image.hasAlphaChannel())
         drawCheckerboard(painter, area, palette());
-    if (m_movie) {
-        painter.drawImage(area, m_movie->currentImage());
-        return;
-    }
     const QSize pixels = (area.size() * devicePixelRatioF()).toSize();
     if (m_zoom > 1.0 || pixels.width() >= m_image.width()) {
         painter.drawImage(area, m_image);

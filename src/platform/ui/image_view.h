@@ -1,13 +1,13 @@
 #pragma once
 
+#include "platform/foundation/regular_file.h"
+
 #include <QImage>
-#include <QMovie>
 #include <QPixmap>
 #include <QPointF>
 #include <QWidget>
 #include <memory>
 
-class QBuffer;
 class QPinchGesture;
 
 namespace zelkam {
@@ -20,11 +20,10 @@ class ImageView : public QWidget
 
 public:
     explicit ImageView(QImage image, QWidget *parent = nullptr);
-    ~ImageView() override;
 
-    /// Plays an animation in place of the still image. Not to be called for an animation whose
-    /// frames have not been found to be of reasonable size.
-    void play(const QByteArray &animation);
+    /// Plays the frames of a file in place of the still image, which is the first of them, unless
+    /// the person has asked for less motion.
+    void play(std::shared_ptr<const RegularFile> animation, int frames);
 
     /// How much larger than fitted the image is shown, 1 to at least 8.
     double zoom() const { return m_zoom; }
@@ -50,8 +49,6 @@ private:
 
     QImage m_image;
     QPixmap m_fitted; ///< scaled down once; scaling a large image for each paint is slow and rough
-    std::unique_ptr<QBuffer> m_animation;
-    std::unique_ptr<QMovie> m_movie;
     double m_zoom = 1.0;
     QPointF m_offset; ///< of the image's middle from the widget's
     QPointF m_dragged;

@@ -1,13 +1,10 @@
 #include "platform/ui/pdf_pages.h"
 
+#include "platform/foundation/background_work.h"
 #include "platform/foundation/dispatch_queue.h"
-#include "platform/ui/background_work.h"
 
-#include <QFile>
-#include <QPainter>
-#include <QPdfDocument>
+#include <algorithm>
 #include <condition_variable>
-#include <future>
 #include <mutex>
 #include <optional>
 
@@ -15,88 +12,93 @@ namespace zelkam {
 
 namespace {
 
-constexpr int mostPages = 5000;
-
-QList<QSizeF> pageSizes(const QPdfDocument &document)
+/// A page's box is whatever the file says; outside of these, in points, it is no paper.
+double pageEdge(double said)
 {
-    QList<QSizeF> sizes;
-    const int count = qMin(document.pageCount(), mostPages);
-    for (int page = 0; page < count; ++page) {
-        const QSizeF size = document.pagePointSize(page);
-        // A page's box is whatever the file says; outside of these it is no paper.
-        constexpr double shortest = 1.0;
-        constexpr double longest = 14400.0;
-        sizes.append(
-            {qBound(shortest, size.width(), longest), qBound(shortest, size.height(), longest)});
-    }
-    return sizes;
+    constexpr double shortest = 1.0;
+    constexpr double longest = 14400.0;
+    return said > shortest ? std::min(said, longest) : shortest;
 }
 
 } // namespace
 
 struct PdfPages::Shared
 {
-    std::mutex mutex;
+    std::shared_ptr<const RegularFile> file;
+    const quint64 document = newDecodedDocument();
+    const DecodeCancel cancel;
+
+    std::mutex mutex; // guards the following
     std::condition_variable changed;
     QList<Request> wanted;
     Rendered rendered;
-    bool stopped = false;
+    bool isStopped = false;
+
+    Decoded ask(DecodeWish wish, const DecodeCancel &canceller) const
+    {
+        wish.document = document;
+        return decode(wish, *file, DecodeUrgency::waitedFor, canceller);
+    }
 
     /// The next request, or nothing at the end.
     std::optional<Request> next(Rendered &callback)
     {
         std::unique_lock lock(mutex);
-        changed.wait(lock, [this] { return stopped || !wanted.isEmpty(); });
-        if (stopped)
+        changed.wait(lock, [this] { return isStopped || !wanted.isEmpty(); });
+        if (isStopped)
             return std::nullopt;
         callback = rendered;
         return wanted.takeFirst();
     }
 
-    void serve(QPdfDocument &document)
+    void serve()
     {
         Rendered callback;
         while (const auto request = next(callback)) {
-            QImage image(request->size, QImage::Format_RGB32); // paper is white, not see-through
-            image.fill(Qt::white);
-            const QImage page = document.render(request->page, request->size);
-            if (!image.isNull() && !page.isNull())
-                QPainter(&image).drawImage(0, 0, page);
+            DecodeWish wish;
+            wish.task = DecodeWish::Task::page;
+            wish.index = request->page;
+            wish.width = request->size.width();
+            wish.height = request->size.height();
             DispatchQueue::main().async(
-                [callback, wish = *request, image] { callback(wish, image); });
+                [callback, wished = *request, image = ask(wish, cancel).image] {
+                    callback(wished, image);
+                });
         }
     }
 };
 
-std::shared_ptr<PdfPages> PdfPages::open(std::shared_ptr<QFile> device, Outcome &outcome)
+std::shared_ptr<PdfPages> PdfPages::open(std::shared_ptr<const RegularFile> file,
+                                         const DecodeCancel &cancel, DecodeReply::Outcome &outcome)
 {
-    std::shared_ptr<PdfPages> pages(new PdfPages);
-    pages->m_shared = std::make_shared<Shared>();
-    auto opened = std::make_shared<std::promise<Outcome>>();
-    std::future<Outcome> result = opened->get_future();
-    PdfPages *filled = pages.get(); // valid until the promise is kept
-    runInBackground([shared = pages->m_shared, device = std::move(device), opened, filled] {
-        QPdfDocument document;
-        document.load(device.get());
-        if (document.status() != QPdfDocument::Status::Ready || document.pageCount() < 1) {
-            const bool locked = document.error() == QPdfDocument::Error::IncorrectPassword ||
-                                document.error() == QPdfDocument::Error::UnsupportedSecurityScheme;
-            opened->set_value(locked ? Outcome::locked : Outcome::damaged);
-            return;
-        }
-        filled->m_sizes = pageSizes(document);
-        opened->set_value(Outcome::ready);
-        shared->serve(document);
-    });
-    outcome = result.get();
-    return outcome == Outcome::ready ? pages : nullptr;
+    const auto shared = std::make_shared<Shared>();
+    shared->file = std::move(file);
+    DecodeWish wish;
+    wish.task = DecodeWish::Task::document;
+    const Decoded opened = shared->ask(wish, cancel);
+    outcome = opened.reply.outcome;
+    const auto *const numbers = reinterpret_cast<const double *>(opened.bytes.constData());
+    constexpr qsizetype mostPages = 5000;
+    const qsizetype pages =
+        std::min(mostPages, opened.bytes.size() / qsizetype(2 * sizeof(double)));
+    if (!opened.isDone() || pages == 0)
+        return nullptr;
+    std::shared_ptr<PdfPages> document(new PdfPages);
+    document->m_shared = shared;
+    for (qsizetype page = 0; page < pages; ++page)
+        document->m_sizes.append({pageEdge(numbers[2 * page]), pageEdge(numbers[2 * page + 1])});
+    runInBackground([shared] { shared->serve(); });
+    return document;
 }
 
 PdfPages::~PdfPages()
 {
-    const std::lock_guard lock(m_shared->mutex);
-    m_shared->stopped = true;
-    m_shared->changed.notify_all();
+    {
+        const std::lock_guard lock(m_shared->mutex);
+        m_shared->isStopped = true;
+        m_shared->changed.notify_all();
+    }
+    m_shared->cancel.cancel();
 }
 
 void PdfPages::request(const QList<Request> &wanted, Rendered rendered)

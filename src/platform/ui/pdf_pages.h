@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/images/decoder.h"
+
 #include <QImage>
 #include <QList>
 #include <QSize>
@@ -7,18 +9,14 @@
 #include <functional>
 #include <memory>
 
-class QFile;
-
 namespace zelkam {
 
-/// A PDF document on a thread of its own. Everything that reads the document happens there, so
-/// that a page that takes long (or for ever) never holds up the screen, and the document goes
-/// with its last owner without making that wait.
+/// A PDF document. Its pages are drawn by a decoder, asked from a thread of the document's own, so
+/// that one that takes long never holds up the screen. What is still drawn ends with its last
+/// owner, and at once.
 class PdfPages
 {
 public:
-    enum class Outcome { ready, damaged, locked };
-
     struct Request
     {
         int page = 0;
@@ -29,7 +27,9 @@ public:
     using Rendered = std::function<void(const Request &request, const QImage &image)>;
 
     /// Opens a document and waits until it is known whether that works. Not on the main thread.
-    static std::shared_ptr<PdfPages> open(std::shared_ptr<QFile> device, Outcome &outcome);
+    static std::shared_ptr<PdfPages> open(std::shared_ptr<const RegularFile> file,
+                                          const DecodeCancel &cancel,
+                                          DecodeReply::Outcome &outcome);
     ~PdfPages();
     PdfPages(const PdfPages &) = delete;
     PdfPages &operator=(const PdfPages &) = delete;

@@ -1,25 +1,21 @@
 #include "platform/ui/preview_content.h"
 
-#include "platform/images/image_decoding.h"
-#include "platform/images/svg/svg_image.h"
+#include "platform/foundation/text_encoding.h"
+#include "platform/images/picture_kind.h"
 #include "platform/ui/pdf_pages.h"
 #include "platform/ui/ql_preview_controller.h"
 
-#include <QBuffer>
 #include <QCoreApplication>
-#include <QImageReader>
 
 namespace zelkam {
 
 namespace {
 
-constexpr qint64 longestImageFile = 128LL << 20;
+constexpr qint64 longestFile = 128LL << 20;
 constexpr qint64 longestVectorFile = 8LL << 20;
-constexpr qint64 longestText = 2LL << 20;
 /// Sharp enough for every screen at some zoom, and 64 MiB at most.
 constexpr int longestEdge = 4096;
-/// Each frame of an animation is decoded while it plays, on the main thread.
-constexpr int longestFrameEdge = 2048;
+constexpr int edgeOfDrawing = 2048;
 
 QString stateProblem(PreviewFile::State state)
 {
@@ -36,84 +32,77 @@ QString stateProblem(PreviewFile::State state)
     return {};
 }
 
-bool isAnimated(const QByteArray &bytes, const QByteArray &format)
+QString imageProblem(DecodeReply::Outcome outcome)
 {
-    if (format != "gif" && format != "webp")
-        return false;
-    QBuffer buffer;
-    buffer.setData(bytes);
-    buffer.open(QIODevice::ReadOnly);
-    QImageReader reader(&buffer, format);
-    reader.setAutoDetectImageFormat(false);
-    const QSize size = reader.size();
-    return qMax(size.width(), size.height()) <= longestFrameEdge && reader.supportsAnimation() &&
-           reader.imageCount() > 1;
+    return outcome == DecodeReply::Outcome::tooLarge
+               ? QLPreviewController::tr("The image is too large to be shown.")
+               : QLPreviewController::tr("The image is damaged or of a kind that cannot be shown.");
 }
 
-void loadRaster(PreviewContent &content, const QByteArray &format)
+void loadRaster(PreviewContent &content, const DecodeCancel &cancel)
 {
-    if (content.file.size > longestImageFile) {
-        content.problem = QLPreviewController::tr("The image is too large to be shown.");
+    if (content.file.size > longestFile) {
+        content.problem = imageProblem(DecodeReply::Outcome::tooLarge);
         return;
     }
-    const QByteArray bytes = content.file.device->read(longestImageFile);
-    // A JPEG is scaled while it is decoded, so that only its scaled size has to fit.
-    auto image = decodeImage(bytes, longestEdge);
-    if (!image) {
-        const QSize size = imageSize(bytes);
-        const bool large = 4 * qint64(size.width()) * size.height() > ImageLimits().heldBytes;
-        content.problem = large ? QLPreviewController::tr("The image is too large to be shown.")
-                                : QLPreviewController::tr(
-                                      "The image is damaged or of a kind that cannot be shown.");
+    DecodeWish wish;
+    wish.size = DecodeWish::Size::within;
+    wish.width = longestEdge;
+    wish.countsFrames = 1;
+    const Decoded decoded = decode(wish, *content.file.content, DecodeUrgency::waitedFor, cancel);
+    if (!decoded.isDone()) {
+        content.problem = imageProblem(decoded.reply.outcome);
         return;
     }
-    content.image = std::move(*image);
-    content.kind = PreviewContent::Kind::image;
-    if (isAnimated(bytes, format)) {
-        content.kind = PreviewContent::Kind::animation;
-        content.animation = bytes;
-    }
+    content.image = decoded.image;
+    content.frames = int(decoded.reply.value);
+    content.kind =
+        content.frames > 1 ? PreviewContent::Kind::animation : PreviewContent::Kind::image;
 }
 
 /// Returns false when it is no vector image after all.
-bool loadVector(PreviewContent &content)
+bool loadVector(PreviewContent &content, const DecodeCancel &cancel)
 {
     if (content.file.size > longestVectorFile)
         return false;
-    const QByteArray svg = content.file.device->read(longestVectorFile);
-    content.file.device->seek(0);
-    double pixelsOfPoint = 1.0;
-    const auto image = drawSvg(svg, [&pixelsOfPoint](QSize own) {
-        constexpr int edge = 2048;
-        const QSize target = own.scaled(edge, edge, Qt::KeepAspectRatio);
-        pixelsOfPoint = qMax(1.0, double(target.width()) / own.width());
-        return target;
-    });
-    if (!image)
+    DecodeWish wish;
+    wish.size = DecodeWish::Size::filling;
+    wish.width = edgeOfDrawing;
+    const Decoded decoded = decode(wish, *content.file.content, DecodeUrgency::waitedFor, cancel);
+    if (!decoded.isDone())
         return false;
-    content.image = *image;
+    content.image = decoded.image;
     // It has no size of its own in pixels; it is shown at the size that it asks for.
-    content.image.setDevicePixelRatio(pixelsOfPoint);
+    content.image.setDevicePixelRatio(
+        qMax(1.0, double(content.image.width()) / qMax(1, decoded.reply.ownWidth)));
     content.kind = PreviewContent::Kind::image;
     return true;
 }
 
-void loadPdf(PreviewContent &content)
+void loadPdf(PreviewContent &content, const DecodeCancel &cancel)
 {
-    PdfPages::Outcome outcome = PdfPages::Outcome::damaged;
-    content.pdf = PdfPages::open(content.file.device, outcome);
+    auto outcome = DecodeReply::Outcome::damaged;
+    content.pdf = PdfPages::open(content.file.content, cancel, outcome);
     if (content.pdf)
         content.kind = PreviewContent::Kind::pdf;
-    else if (outcome == PdfPages::Outcome::locked)
+    else if (outcome == DecodeReply::Outcome::locked)
         content.problem = QLPreviewController::tr("The document is protected by a password.");
     else
         content.problem = QLPreviewController::tr("The document is damaged and cannot be shown.");
 }
 
-void loadText(PreviewContent &content)
+void loadText(PreviewContent &content, const DecodeCancel &cancel)
 {
-    content.text = decodeText(content.file.device->read(longestText));
-    content.textIsCut = content.file.size > longestText;
+    DecodeWish wish;
+    wish.task = DecodeWish::Task::text;
+    const Decoded decoded = decode(wish, *content.file.content, DecodeUrgency::waitedFor, cancel);
+    if (!decoded.isDone()) {
+        content.problem = QLPreviewController::tr("The file cannot be read.");
+        return;
+    }
+    content.text = QString(reinterpret_cast<const QChar *>(decoded.bytes.constData()),
+                           decoded.bytes.size() / qsizetype(sizeof(QChar)));
+    content.textIsCut = decoded.reply.value != 0;
     content.kind = PreviewContent::Kind::text;
 }
 
@@ -124,21 +113,20 @@ bool isMedia(const QMimeType &type)
            type.name() == QLatin1String("application/ogg");
 }
 
-void loadReadable(PreviewContent &content)
+void loadReadable(PreviewContent &content, const DecodeCancel &cancel)
 {
     const PreviewFile &file = content.file;
-    const QByteArray format = rasterFormat(file.head);
     const bool isSvg = file.type.inherits(QStringLiteral("image/svg+xml"));
-    if (!format.isEmpty()) {
-        loadRaster(content, format);
+    if (!rasterFormat(file.head).isEmpty()) {
+        loadRaster(content, cancel);
     } else if (file.head.left(1024).contains("%PDF-")) {
-        loadPdf(content);
-    } else if (isSvg && loadVector(content)) {
+        loadPdf(content, cancel);
+    } else if (isSvg && loadVector(content, cancel)) {
         return;
     } else if (looksLikeText(file.head) && (isSvg || isMedia(file.type) || file.type.isDefault() ||
                                             file.type.inherits(QStringLiteral("text/plain")))) {
         // A play list is text as well: a player would follow the addresses in it.
-        loadText(content);
+        loadText(content, cancel);
     } else if (isMedia(file.type)) {
         content.kind = PreviewContent::Kind::media;
     } else if (file.type.name().startsWith(QLatin1String("image/"))) {
@@ -151,15 +139,13 @@ void loadReadable(PreviewContent &content)
 
 } // namespace
 
-PreviewContent loadPreview(const std::optional<URL> &url)
+PreviewContent loadPreview(const std::optional<URL> &url, const DecodeCancel &cancel)
 {
     PreviewContent content;
     content.file = openPreviewFile(url);
     content.problem = stateProblem(content.file.state);
     if (content.problem.isEmpty())
-        loadReadable(content);
-    if (content.kind != PreviewContent::Kind::pdf)
-        content.file.device.reset();
+        loadReadable(content, cancel);
     content.file.head.clear();
     return content;
 }

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "platform/images/decoder.h"
 #include "platform/ui/preview_file.h"
 
-#include <QByteArray>
 #include <QImage>
 #include <QString>
 #include <memory>
@@ -19,15 +19,15 @@ struct PreviewContent
     Kind kind = Kind::other;
     PreviewFile file;
     QString problem; ///< why the content is not shown, a sentence; empty for a plain `other`
-    QImage image;
-    QByteArray animation; ///< the file's bytes
+    QImage image;    ///< of an animation its first frame
+    int frames = 0;
     std::shared_ptr<PdfPages> pdf;
     QString text;
     bool textIsCut = false;
 };
 
-/// Reads a file for the preview. Not on the main thread: a large image or a hostile document
-/// takes its time.
-PreviewContent loadPreview(const std::optional<URL> &url);
+/// Reads a file for the preview, until it is there or no longer wanted. Not on the main thread: a
+/// large image or a hostile document takes its time.
+PreviewContent loadPreview(const std::optional<URL> &url, const DecodeCancel &cancel);
 
 } // namespace zelkam

@@ -1,8 +1,8 @@
 #include "platform/ui/preview_pane.h"
 
+#include "platform/foundation/background_work.h"
 #include "platform/foundation/dispatch_queue.h"
 #include "platform/foundation/file_name.h"
-#include "platform/ui/background_work.h"
 #include "platform/ui/file_info_view.h"
 #include "platform/ui/image_view.h"
 #include "platform/ui/media_view.h"
@@ -57,16 +57,25 @@ PreviewPane::PreviewPane(QWidget *parent) : QWidget(parent), m_frame(new FocusFr
 {
     setAutoFillBackground(true);
     m_patience.setSingleShot(true);
+    warmUpDecoders();
+}
+
+PreviewPane::~PreviewPane()
+{
+    m_reading.cancel();
 }
 
 void PreviewPane::showFile(const std::optional<URL> &url, const std::optional<QString> &title)
 {
     const int generation = ++m_generation;
+    m_reading.cancel();
+    m_reading = DecodeCancel();
     setShown(new LoadingView(this));
 
     m_patience.disconnect(this);
     connect(&m_patience, &QTimer::timeout, this, [this, url, title] {
         ++m_generation;
+        m_reading.cancel();
         PreviewContent content;
         content.file.name = title.value_or(url ? url->lastPathComponent() : QString());
         content.problem = sentence("The file takes too long to open.");
@@ -74,8 +83,8 @@ void PreviewPane::showFile(const std::optional<URL> &url, const std::optional<QS
     });
     m_patience.start(patience);
 
-    runInBackground([url, title, generation, self = QPointer(this)] {
-        auto content = std::make_shared<PreviewContent>(loadPreview(url));
+    runInBackground([url, title, generation, cancel = m_reading, self = QPointer(this)] {
+        auto content = std::make_shared<PreviewContent>(loadPreview(url, cancel));
         if (title)
             content->file.name = *title;
         DispatchQueue::main().async([content, generation, self] {
@@ -116,7 +125,7 @@ QWidget *PreviewPane::makeView(PreviewContent &content)
         auto *view = new ImageView(std::move(content.image), this);
         view->setAccessibleName(content.file.name);
         if (content.kind == PreviewContent::Kind::animation)
-            view->play(content.animation);
+            view->play(content.file.content, content.frames);
         return view;
     }
     case PreviewContent::Kind::pdf:

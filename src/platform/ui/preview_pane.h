@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/foundation/url.h"
+#include "platform/images/decoder.h"
 
 #include <QPointer>
 #include <QTimer>
@@ -18,6 +19,7 @@ class PreviewPane : public QWidget
 
 public:
     explicit PreviewPane(QWidget *parent = nullptr);
+    ~PreviewPane() override;
 
     /// Reads and shows a file in place of what is shown.
     /// @param title  shown instead of the file's name where a name is shown
@@ -42,6 +44,7 @@ private:
     QPointer<QWidget> m_shown;
     FocusFrame *m_frame;
     QTimer m_patience;
+    DecodeCancel m_reading;
     int m_generation = 0; ///< tells a file that is read too late that another has taken its place
 };
 

@@ -1,8 +1,8 @@
 #include "platform/ui/save_copy_view_controller.h"
 
+#include "platform/foundation/background_work.h"
 #include "platform/foundation/dispatch_queue.h"
 #include "platform/foundation/file_name.h"
-#include "platform/ui/background_work.h"
 #include "platform/ui/document_save_view.h"
 #include "platform/ui/file_info_view.h"
 #include "platform/ui/file_saving.h"

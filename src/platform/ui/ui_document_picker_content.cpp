@@ -1,7 +1,7 @@
 #include "platform/ui/ui_document_picker_content.h"
 
+#include "platform/foundation/background_work.h"
 #include "platform/foundation/dispatch_queue.h"
-#include "platform/ui/background_work.h"
 #include "platform/ui/ui_document_picker_reader.h"
 
 #include <QPointer>

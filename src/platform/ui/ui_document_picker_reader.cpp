@@ -1,9 +1,9 @@
 #include "platform/ui/ui_document_picker_reader.h"
 
+#include "platform/foundation/background_work.h"
 #include "platform/foundation/dispatch_queue.h"
 #include "platform/foundation/file_descriptor.h"
 #include "platform/foundation/file_name.h"
-#include "platform/ui/background_work.h"
 #include "platform/ui/ui_document_picker_entry_reader.h"
 
 #include <QCollator>

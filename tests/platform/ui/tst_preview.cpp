@@ -1,4 +1,4 @@
-#include "platform/images/svg/svg_guard.h"
+#include "platform/images/decoder.h"
 #include "platform/ui/image_view.h"
 #include "platform/ui/pdf_view.h"
 #include "platform/ui/preview_file.h"
@@ -164,21 +164,11 @@ private slots:
     void textIsReadInItsEncoding()
     {
         const test::Row row;
-        QCOMPARE(decodeText(row.bytes("bytes")), row.text("text"));
-        // A line too long to lay out is broken.
-        QCOMPARE(decodeText(QByteArray(5000, 'x')),
-                 QString(4096, u'x') + u'\n' + QString(904, u'x'));
-    }
-
-    void vectorImagesReachNothingOutside_data() { test::addRows({"ui/previews.json"}); }
-    void vectorImagesReachNothingOutside()
-    {
-        const test::Row row;
-        const auto harmless = harmlessSvg(row.bytes("svg"));
-        QCOMPARE(harmless.has_value(), row["keeps"].isString());
-        QVERIFY(!harmless ||
-                (harmless->contains(row.bytes("keeps")) && !harmless->contains("leak")));
-        QVERIFY(!harmlessSvg(QByteArray("<svg>").repeated(2000)));
+        DecodeWish wish;
+        wish.task = DecodeWish::Task::text;
+        const QByteArray text = decode(wish, row.bytes("bytes")).bytes;
+        QCOMPARE(QString(reinterpret_cast<const QChar *>(text.constData()), text.size() / 2),
+                 row.text("text"));
     }
 
 private:

@@ -1,0 +1,312 @@
+#include "platform/images/decoder.h"
+
+#include "platform/foundation/background_work.h"
+#include "platform/foundation/memory_file.h"
+#include "platform/images/decoder_process.h"
+
+#include <QColorSpace>
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <condition_variable>
+#include <list>
+#include <mutex>
+
+namespace zelkam {
+
+using namespace std::chrono_literals;
+
+namespace {
+
+using Outcome = DecodeReply::Outcome;
+
+constexpr qint64 largestResult = 2LL << 30;
+
+/// Ends what runs for ever, and never what is honestly large on a slow device.
+std::chrono::nanoseconds allowance(const DecodeWish &wish, const DecodeReply &announced,
+                                   qint64 fileBytes)
+{
+    constexpr auto always = 2s;
+    constexpr auto forStoredPixel = 150ns;
+    constexpr auto forEncodedPixel = 300ns;
+    constexpr auto most = 40s;
+    // A few hundred bytes that unpack to a large picture are no photo.
+    const qint64 honest = (16LL << 20) + 32 * fileBytes;
+    const qint64 stored = qint64(announced.ownWidth) * announced.ownHeight;
+    const qint64 made = qint64(announced.width) * announced.height;
+    std::chrono::nanoseconds sum = always + std::min(stored, honest) * forStoredPixel;
+    if (wish.form != DecodeWish::Form::pixels)
+        sum += made * forEncodedPixel;
+    return std::min<std::chrono::nanoseconds>(sum, most);
+}
+
+Decoded failed(Outcome outcome = Outcome::damaged)
+{
+    Decoded result;
+    result.reply.outcome = outcome;
+    return result;
+}
+
+bool givesPixels(const DecodeWish &wish)
+{
+    return wish.task != DecodeWish::Task::document && wish.task != DecodeWish::Task::text &&
+           wish.form == DecodeWish::Form::pixels;
+}
+
+/// Believes nothing of a reply: whatever the process was made to say, an image lies within its
+/// bytes.
+Decoded taken(const DecodeWish &wish, const DecodeReply &reply, const FileDescriptor &memory)
+{
+    if (reply.outcome != Outcome::done)
+        return failed(reply.outcome);
+    const auto mapping = reply.bytes >= 0 && reply.bytes <= largestResult && memory.isOpen() &&
+                                 isSealed(memory.get(), reply.bytes)
+                             ? FileMapping::map(memory.get(), reply.bytes)
+                             : std::nullopt;
+    if (!mapping)
+        return failed();
+    Decoded result;
+    result.reply = reply;
+    if (!givesPixels(wish)) {
+        result.bytes = mapping->bytes().toByteArray();
+        return result;
+    }
+    constexpr qint64 pixelSize = 4;
+    constexpr qint32 longest = 1 << 24;
+    if (reply.width < 1 || reply.height < 1 || reply.width > longest || reply.height > longest ||
+        reply.bytesPerLine < reply.width * pixelSize || reply.bytesPerLine % pixelSize != 0 ||
+        qint64(reply.bytesPerLine) * reply.height > reply.bytes)
+        return failed();
+    auto *const owner = new std::shared_ptr<const char>(mapping->owner());
+    result.image = QImage(
+        reinterpret_cast<const uchar *>(mapping->bytes().data()), reply.width, reply.height,
+        reply.bytesPerLine, reply.isTransparent ? QImage::Format_ARGB32 : QImage::Format_RGB32,
+        [](void *bytes) { delete static_cast<std::shared_ptr<const char> *>(bytes); }, owner);
+    result.image.setColorSpace(QColorSpace(QColorSpace::SRgb));
+    return result.image.isNull() ? failed() : result;
+}
+
+struct Job
+{
+    const DecodeWish &wish;
+    int file;
+    qint64 size;
+    DecodeUrgency urgency;
+};
+
+struct Slot
+{
+    std::unique_ptr<DecoderProcess> process;
+    bool isBusy = false;
+    quint64 document = 0; ///< that the process has open
+};
+
+} // namespace
+
+struct DecodeCancel::State
+{
+    std::atomic_bool isCancelled = false;
+    std::mutex mutex;
+    DecoderProcess *process = nullptr; ///< that works for it
+};
+
+/// The processes, and the jobs that wait for one.
+class DecoderPool
+{
+public:
+    static DecoderPool &shared()
+    {
+        // Never destroyed: a job may end while the program's statics already go.
+        static DecoderPool &instance = *new DecoderPool;
+        return instance;
+    }
+
+    Decoded run(const Job &job, const DecodeCancel &cancel)
+    {
+        Slot *const slot = take(job, *cancel.m_state);
+        if (!slot)
+            return failed();
+        if (!slot->process)
+            slot->process = DecoderProcess::start();
+        Decoded result = failed();
+        bool isLeft = false;
+        if (slot->process) {
+            watch(*cancel.m_state, slot->process.get());
+            isLeft = exchange(job, *slot->process, result);
+            watch(*cancel.m_state, nullptr);
+        }
+        // What it has decoded stays in the heap of a process, and its processor time is bounded.
+        constexpr auto longestLife = 2min;
+        if (!isLeft || slot->process->processorTime() > longestLife)
+            slot->process.reset();
+        slot->document = slot->process ? job.wish.document : 0;
+        const bool isMissing = !slot->process;
+        giveBack(*slot);
+        if (isMissing)
+            startMissing();
+        return result;
+    }
+
+    void startMissing()
+    {
+        runInBackground([this] {
+            while (Slot *const slot = takeEmpty()) {
+                slot->process = DecoderProcess::start();
+                const bool isStarted = slot->process != nullptr;
+                giveBack(*slot);
+                if (!isStarted)
+                    return;
+            }
+        });
+    }
+
+    void wake()
+    {
+        const std::lock_guard lock(m_mutex);
+        m_changed.notify_all();
+    }
+
+private:
+    /// Waits for the job's turn. Nothing when it is cancelled before.
+    Slot *take(const Job &job, const DecodeCancel::State &cancel)
+    {
+        std::unique_lock lock(m_mutex);
+        m_waiting.push_back(&job);
+        Slot *found = nullptr;
+        m_changed.wait(lock,
+                       [&] { return cancel.isCancelled || (found = slotFor(job)) != nullptr; });
+        m_waiting.remove(&job);
+        if (found)
+            found->isBusy = true;
+        m_changed.notify_all(); // the next in the row
+        return found;
+    }
+
+    Slot *takeEmpty()
+    {
+        const std::lock_guard lock(m_mutex);
+        for (Slot &slot : m_slots) {
+            if (!slot.isBusy && !slot.process) {
+                slot.isBusy = true;
+                return &slot;
+            }
+        }
+        return nullptr;
+    }
+
+    void giveBack(Slot &slot)
+    {
+        const std::lock_guard lock(m_mutex);
+        slot.isBusy = false;
+        m_changed.notify_all();
+    }
+
+    /// A free slot, if it is the job's turn: the one whose process has its document open, otherwise
+    /// one that has none.
+    Slot *slotFor(const Job &job)
+    {
+        const auto urgent =
+            std::find_if(m_waiting.cbegin(), m_waiting.cend(), [](const Job *other) {
+                return other->urgency == DecodeUrgency::waitedFor;
+            });
+        if (&job != (urgent != m_waiting.cend() ? *urgent : m_waiting.front()))
+            return nullptr;
+        Slot *found = nullptr;
+        for (Slot &slot : m_slots) {
+            const bool fits = job.wish.document != 0 && slot.document == job.wish.document;
+            if (!slot.isBusy && (!found || fits || (slot.document == 0 && slot.process)))
+                found = &slot;
+            if (found && fits)
+                break;
+        }
+        return found;
+    }
+
+    static void watch(DecodeCancel::State &cancel, DecoderProcess *process)
+    {
+        const std::lock_guard lock(cancel.mutex);
+        cancel.process = process;
+        if (process && cancel.isCancelled)
+            process->kill();
+    }
+
+    /// Whether the process is fit for another job.
+    static bool exchange(const Job &job, DecoderProcess &process, Decoded &result)
+    {
+        constexpr auto look = 100ms;            // at the processor time
+        constexpr auto longestStandstill = 30s; // of a file system that does not answer
+        const auto before = process.processorTime();
+        if (!process.send(job.wish, job.file))
+            return false;
+        auto limit = allowance(job.wish, {}, job.size);
+        auto used = 0ns;
+        auto lastUse = std::chrono::steady_clock::now();
+        for (;;) {
+            DecodeReply reply;
+            FileDescriptor memory;
+            const Received received = process.receive(reply, memory, look);
+            if (received == Received::gone)
+                return false;
+            if (received == Received::message) {
+                if (reply.outcome != Outcome::working) {
+                    result = taken(job.wish, reply, memory);
+                    return true;
+                }
+                limit = std::max(limit, allowance(job.wish, reply, job.size));
+            }
+            const auto now = std::chrono::steady_clock::now();
+            const auto usedNow = process.processorTime() - before;
+            if (usedNow > used + 1ms)
+                lastUse = now;
+            used = usedNow;
+            if (used > limit || now - lastUse > longestStandstill)
+                return false;
+        }
+    }
+
+    std::mutex m_mutex; // guards the following, but not the process of a busy slot
+    std::condition_variable m_changed;
+    std::array<Slot, 2> m_slots;
+    std::list<const Job *> m_waiting;
+};
+
+DecodeCancel::DecodeCancel() : m_state(std::make_shared<State>()) {}
+
+void DecodeCancel::cancel() const
+{
+    m_state->isCancelled = true;
+    {
+        const std::lock_guard lock(m_state->mutex);
+        if (m_state->process)
+            m_state->process->kill();
+    }
+    DecoderPool::shared().wake();
+}
+
+Decoded decode(const DecodeWish &wish, const RegularFile &file, DecodeUrgency urgency,
+               const DecodeCancel &cancel)
+{
+    return DecoderPool::shared().run({wish, file.descriptor(), file.size(), urgency}, cancel);
+}
+
+Decoded decode(const DecodeWish &wish, const QByteArray &bytes, DecodeUrgency urgency,
+               const DecodeCancel &cancel)
+{
+    const FileDescriptor file = sealedMemoryFile(bytes);
+    if (!file.isOpen())
+        return failed();
+    return DecoderPool::shared().run({wish, file.get(), bytes.size(), urgency}, cancel);
+}
+
+void warmUpDecoders()
+{
+    DecoderPool::shared().startMissing();
+}
+
+quint64 newDecodedDocument()
+{
+    static std::atomic<quint64> last = 0;
+    return ++last;
+}
+
+} // namespace zelkam
