@@ -4,6 +4,7 @@
 #include <QLabel>
 #include <QResizeEvent>
 #include <QScrollBar>
+#include <QTimer>
 
 using namespace zelkam;
 
