@@ -2,10 +2,27 @@
 // over through a socket, and can do nothing else. Not to be started by hand.
 #include "decode/decode_service.h"
 
+#include <QFile>
 #include <QGuiApplication>
+#include <unistd.h>
+
+namespace {
+
+/// The screen goes before, and where memory runs out, everything does.
+void giveWay()
+{
+    constexpr int nicer = 5;
+    [[maybe_unused]] const int niceness = ::nice(nicer);
+    QFile score(QStringLiteral("/proc/self/oom_score_adj"));
+    if (score.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
+        score.write("1000");
+}
+
+} // namespace
 
 int main(int argc, char **argv)
 {
+    giveWay();
     qputenv("QT_QPA_PLATFORM", "offscreen");
     // Without it Qt's libraries would bring in GLib, which aborts where it may not do something.
     qputenv("QT_NO_GLIB", "1");

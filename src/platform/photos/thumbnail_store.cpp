@@ -1,6 +1,7 @@
 #include "platform/photos/thumbnail_store.h"
 
 #include "platform/foundation/dispatch_queue.h"
+#include "platform/images/decoder.h"
 #include "platform/images/image_scaling.h"
 #include "platform/images/picture.h"
 #include "platform/photos/photo_workers.h"
@@ -41,6 +42,7 @@ QImage middleSquare(const QImage &image, int edge)
 ThumbnailStore::ThumbnailStore(ThumbnailDiskCache diskCache, qint64 memory, QObject *parent)
     : QObject(parent), m_diskCache(std::move(diskCache)), m_memory(memory)
 {
+    warmUpDecoders();
 }
 
 void ThumbnailStore::setEdge(int pixels)
