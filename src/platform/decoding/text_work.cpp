@@ -8,7 +8,7 @@ namespace zelkam {
 namespace {
 
 constexpr qsizetype longestText = 2 << 20; ///< in bytes of the file
-constexpr qsizetype longestLine = 4096;
+constexpr qsizetype longestLine = 1024;
 constexpr qsizetype mostLines = 20'000;
 /// Marks that a font stacks on one letter, and joiners, which make one shape of many letters: what
 /// goes on for longer is no word of any language, and takes minutes to lay out.
@@ -27,9 +27,28 @@ QString decoded(const QByteArray &bytes)
 }
 
 /// Whether a character goes into the shape of the one before it.
-bool joins(QChar character)
+bool joins(char32_t character)
 {
-    return character.isMark() || character.category() == QChar::Other_Format;
+    return QChar::isMark(character) || QChar::category(character) == QChar::Other_Format;
+}
+
+/// What a text view can show of a character. For its own document it is the end of a line at more
+/// characters than one, and the borders of a frame at two that no text has.
+char32_t shown(char32_t character)
+{
+    constexpr char32_t frameBegins = 0xfdd0;
+    constexpr char32_t frameEnds = 0xfdd1;
+    switch (character) {
+    case U'\r':
+    case QChar::ParagraphSeparator:
+        return U'\n';
+    case 0: // would end the line
+    case frameBegins:
+    case frameEnds:
+        return QChar::ReplacementCharacter;
+    default:
+        return character;
+    }
 }
 
 /// The text in lines that can be laid out; sets whether that is not all of it.
@@ -40,12 +59,21 @@ QString inLines(const QString &text, bool &isCut)
     qsizetype column = 0;
     qsizetype shape = 0;
     qsizetype lines = 1;
-    for (const QChar character : text) {
+    for (qsizetype at = 0; at < text.size(); ++at) {
+        char32_t character = text.at(at).unicode();
+        const QChar next = at + 1 < text.size() ? text.at(at + 1) : QChar();
+        if (character == U'\r' && next == u'\n')
+            continue;
+        if (QChar::isHighSurrogate(character) && next.isLowSurrogate()) {
+            character = QChar::surrogateToUcs4(text.at(at), next);
+            ++at;
+        }
+        character = shown(character);
         shape = joins(character) ? shape + 1 : 0;
         if (shape > longestShape)
             continue;
-        const bool isBreak = character == u'\n';
-        const bool isFull = column >= longestLine && !character.isLowSurrogate();
+        const bool isBreak = character == U'\n';
+        const bool isFull = column >= longestLine;
         if ((isBreak || isFull) && ++lines > mostLines) {
             isCut = true;
             break;
@@ -54,9 +82,9 @@ QString inLines(const QString &text, bool &isCut)
             result.append(u'\n');
             column = 0;
         }
-        column = isBreak ? 0 : column + 1;
-        // A zero would end the line in a text view.
-        result.append(character.isNull() ? QChar(QChar::ReplacementCharacter) : character);
+        const auto units = QChar::fromUcs4(character);
+        column = isBreak ? 0 : column + QStringView(units).size();
+        result.append(units);
     }
     return result;
 }
