@@ -35,9 +35,10 @@ QImage plain(QImage image)
     return image;
 }
 
-void answer(const DecodeOutcome &outcome)
+void answer(quint64 job, const DecodeOutcome &outcome)
 {
     DecodeReply reply = outcome.reply;
+    reply.job = job;
     FileDescriptor memory;
     if (reply.outcome == DecodeReply::Outcome::done) {
         QByteArrayView result(outcome.bytes);
@@ -57,11 +58,6 @@ void answer(const DecodeOutcome &outcome)
     }
     if (!sendMessage(application, &reply, sizeof reply, memory.get()))
         ::_exit(0);
-}
-
-void tellProgress(const DecodeReply &working)
-{
-    sendMessage(application, &working, sizeof working, -1);
 }
 
 } // namespace
@@ -84,12 +80,20 @@ int serveDecoding(const WorkOnWish &work)
         if (received == Received::gone)
             return 0;
         struct stat status = {};
-        const auto mapping =
-            received == Received::message && file.isOpen() && ::fstat(file.get(), &status) == 0
-                ? FileMapping::map(file.get(), status.st_size)
-                : std::nullopt;
+        const auto tellProgress = [&wish](DecodeReply working) {
+            working.job = wish.job;
+            sendMessage(application, &working, sizeof working, -1);
+        };
+        const bool isFile =
+            received == Received::message && file.isOpen() && ::fstat(file.get(), &status) == 0;
+        // Of text only the beginning is looked at: all of a long file has no room here.
+        constexpr off_t beginning = 16 << 20;
+        const bool isLong = wish.task == DecodeWish::Task::text && status.st_size > beginning;
+        const auto mapping = isFile
+                                 ? FileMapping::map(file.get(), isLong ? beginning : status.st_size)
+                                 : std::nullopt;
         if (received == Received::message)
-            answer(mapping ? work(wish, *mapping, tellProgress) : DecodeOutcome());
+            answer(wish.job, mapping ? work(wish, *mapping, tellProgress) : DecodeOutcome());
     }
 }
 

@@ -44,7 +44,8 @@ Received receiveMessage(int socket, void *message, size_t size, FileDescriptor &
     head.msg_iov = &part;
     head.msg_iovlen = 1;
     head.msg_control = control;
-    head.msg_controllen = sizeof control;
+    // Without what it is padded with: a second file would fit in there and stay open for ever.
+    head.msg_controllen = CMSG_LEN(sizeof(int));
     const ssize_t taken = ::recvmsg(socket, &head, MSG_CMSG_CLOEXEC);
     file = FileDescriptor();
     const cmsghdr *const rights = taken > 0 ? CMSG_FIRSTHDR(&head) : nullptr;
@@ -53,7 +54,8 @@ Received receiveMessage(int socket, void *message, size_t size, FileDescriptor &
         std::memcpy(&received, CMSG_DATA(rights), sizeof received);
         file = FileDescriptor(received);
     }
-    return taken == ssize_t(size) ? Received::message : Received::gone;
+    const bool isWhole = taken == ssize_t(size) && (head.msg_flags & MSG_TRUNC) == 0;
+    return isWhole ? Received::message : Received::gone;
 }
 
 } // namespace zelkam

@@ -43,8 +43,9 @@ struct DecodeWish
     /// 0 for none.
     quint64 document = 0;
     std::array<char, 32> key{};
+    quint64 job = 0; ///< that nobody can guess; set as the wish is sent
 
-    static constexpr quint32 protocol = 1;
+    static constexpr quint32 protocol = 2;
 };
 
 /// The answer to a wish, or what the process says before.
@@ -70,6 +71,7 @@ struct DecodeReply
     qint32 ownHeight = 0;
     qint32 bytesPerLine = 0;
     qint32 isTransparent = 0; ///< 32-bit pixels with alpha that is not multiplied in
+    quint64 job = 0;          ///< of the wish that it answers: others are not listened to
     qint64 bytes = 0;
     qint64 value = 0; ///< the frames of an animation, the delay of one in milliseconds, a Lack
 };

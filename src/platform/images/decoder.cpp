@@ -3,8 +3,10 @@
 #include "platform/foundation/background_work.h"
 #include "platform/foundation/memory_file.h"
 #include "platform/images/decoder_process.h"
+#include "platform/images/image_scaling.h"
 
 #include <QColorSpace>
+#include <QRandomGenerator>
 #include <algorithm>
 #include <array>
 #include <atomic>
@@ -20,7 +22,12 @@ namespace {
 
 using Outcome = DecodeReply::Outcome;
 
-constexpr qint64 largestResult = 2LL << 30;
+/// What the other side says, without what no picture has.
+qint64 pixelCount(qint32 width, qint32 height)
+{
+    constexpr qint64 most = 1LL << 32;
+    return width > 0 && height > 0 ? std::min(qint64(width) * height, most) : 0;
+}
 
 /// Ends what runs for ever, and never what is honestly large on a slow device.
 std::chrono::nanoseconds allowance(const DecodeWish &wish, const DecodeReply &announced,
@@ -31,9 +38,10 @@ std::chrono::nanoseconds allowance(const DecodeWish &wish, const DecodeReply &an
     constexpr auto forEncodedPixel = 300ns;
     constexpr auto most = 40s;
     // A few hundred bytes that unpack to a large picture are no photo.
-    const qint64 honest = (16LL << 20) + 32 * fileBytes;
-    const qint64 stored = qint64(announced.ownWidth) * announced.ownHeight;
-    const qint64 made = qint64(announced.width) * announced.height;
+    constexpr qint64 longestFile = 1LL << 30;
+    const qint64 honest = (16LL << 20) + 32 * std::min(fileBytes, longestFile);
+    const qint64 stored = pixelCount(announced.ownWidth, announced.ownHeight);
+    const qint64 made = pixelCount(announced.width, announced.height);
     std::chrono::nanoseconds sum = always + std::min(stored, honest) * forStoredPixel;
     if (wish.form != DecodeWish::Form::pixels)
         sum += made * forEncodedPixel;
@@ -53,13 +61,48 @@ bool givesPixels(const DecodeWish &wish)
            wish.form == DecodeWish::Form::pixels;
 }
 
+/// How large an answer may be at most, which the application holds.
+qint64 mostPixels(const DecodeWish &wish)
+{
+    constexpr qint64 mostOfItsOwn = 128LL << 20;
+    constexpr qint64 edgeOfThumbnail = thumbnailEdges.back();
+    switch (wish.task) {
+    case DecodeWish::Task::page:
+        return pixelCount(wish.width, wish.height);
+    case DecodeWish::Task::thumbnail:
+        return pixelCount(wish.width, wish.width);
+    default:
+        break;
+    }
+    switch (wish.size) {
+    case DecodeWish::Size::own:
+        return mostOfItsOwn;
+    case DecodeWish::Size::stretched:
+        return pixelCount(std::max(1, wish.width), std::max(1, wish.height));
+    case DecodeWish::Size::within:
+    case DecodeWish::Size::filling:
+        return pixelCount(wish.width, wish.width);
+    case DecodeWish::Size::stored:
+        return edgeOfThumbnail * edgeOfThumbnail;
+    }
+    return 0;
+}
+
+qint64 mostBytes(const DecodeWish &wish)
+{
+    constexpr qint64 mostOfText = 8LL << 20; // its first 2 MiB, in characters of two bytes
+    constexpr qint64 mostOfPicture = 2LL << 30;
+    const bool isPicture = givesPixels(wish) || wish.task == DecodeWish::Task::picture;
+    return isPicture ? mostOfPicture : mostOfText;
+}
+
 /// Believes nothing of a reply: whatever the process was made to say, an image lies within its
 /// bytes.
 Decoded taken(const DecodeWish &wish, const DecodeReply &reply, const FileDescriptor &memory)
 {
     if (reply.outcome != Outcome::done)
         return failed(reply.outcome);
-    const auto mapping = reply.bytes >= 0 && reply.bytes <= largestResult && memory.isOpen() &&
+    const auto mapping = reply.bytes >= 0 && reply.bytes <= mostBytes(wish) && memory.isOpen() &&
                                  isSealed(memory.get(), reply.bytes)
                              ? FileMapping::map(memory.get(), reply.bytes)
                              : std::nullopt;
@@ -75,7 +118,8 @@ Decoded taken(const DecodeWish &wish, const DecodeReply &reply, const FileDescri
     constexpr qint32 longest = 1 << 24;
     if (reply.width < 1 || reply.height < 1 || reply.width > longest || reply.height > longest ||
         reply.bytesPerLine < reply.width * pixelSize || reply.bytesPerLine % pixelSize != 0 ||
-        qint64(reply.bytesPerLine) * reply.height > reply.bytes)
+        qint64(reply.bytesPerLine) * reply.height > reply.bytes ||
+        pixelCount(reply.width, reply.height) > mostPixels(wish))
         return failed();
     auto *const owner = new std::shared_ptr<const char>(mapping->owner());
     result.image = QImage(
@@ -236,18 +280,21 @@ private:
         constexpr auto look = 100ms;            // at the processor time
         constexpr auto longestStandstill = 30s; // of a file system that does not answer
         const auto before = process.processorTime();
-        if (!process.send(job.wish, job.file))
+        const auto begin = std::chrono::steady_clock::now();
+        DecodeWish wish = job.wish;
+        wish.job = QRandomGenerator::global()->generate64();
+        if (!process.send(wish, job.file))
             return false;
         auto limit = allowance(job.wish, {}, job.size);
         auto used = 0ns;
-        auto lastUse = std::chrono::steady_clock::now();
+        auto lastUse = begin;
         for (;;) {
             DecodeReply reply;
             FileDescriptor memory;
             const Received received = process.receive(reply, memory, look);
             if (received == Received::gone)
                 return false;
-            if (received == Received::message) {
+            if (received == Received::message && reply.job == wish.job) {
                 if (reply.outcome != Outcome::working) {
                     result = taken(job.wish, reply, memory);
                     return true;
@@ -259,7 +306,10 @@ private:
             if (usedNow > used + 1ms)
                 lastUse = now;
             used = usedNow;
-            if (used > limit || now - lastUse > longestStandstill)
+            // Nor may it sleep, a little work now and then.
+            constexpr int slowestMachine = 20;
+            if (used > limit || now - lastUse > longestStandstill ||
+                now - begin > longestStandstill + slowestMachine * limit)
                 return false;
         }
     }

@@ -1,5 +1,6 @@
 #include "platform/images/decoder_process.h"
 
+#include "platform/foundation/background_work.h"
 #include "platform/images/decoder.h"
 
 #include <QCoreApplication>
@@ -145,9 +146,12 @@ std::unique_ptr<DecoderProcess> DecoderProcess::start()
 DecoderProcess::~DecoderProcess()
 {
     kill();
-    int status = 0;
-    while (::waitpid(m_process, &status, 0) < 0 && errno == EINTR) {
-    }
+    // One that waits for a network folder that is gone ends only with that.
+    runInBackground([process = m_process] {
+        int status = 0;
+        while (::waitpid(process, &status, 0) < 0 && errno == EINTR) {
+        }
+    });
 }
 
 bool DecoderProcess::send(const DecodeWish &wish, int file)
@@ -172,8 +176,8 @@ std::chrono::nanoseconds DecoderProcess::processorTime() const
 
 void DecoderProcess::kill()
 {
-    // Only the destructor waits for the process, so its number is its own until then, also where
-    // the kernel has no handles.
+    // Nobody waits for the process before the destructor, so its number is its own until then, also
+    // where the kernel has no handles.
     if (m_handle.isOpen())
         ::syscall(SYS_pidfd_send_signal, m_handle.get(), SIGKILL, nullptr, 0);
     else
