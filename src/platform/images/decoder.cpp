@@ -41,7 +41,8 @@ std::chrono::nanoseconds allowance(const DecodeWish &wish, const DecodeReply &an
     constexpr qint64 longestFile = 1LL << 30;
     const qint64 honest = (16LL << 20) + 32 * std::min(fileBytes, longestFile);
     const qint64 stored = pixelCount(announced.ownWidth, announced.ownHeight);
-    const qint64 made = pixelCount(announced.width, announced.height);
+    const qint64 made = std::min(pixelCount(announced.width, announced.height),
+                                 std::max(honest, pixelCount(wish.width, wish.height)));
     std::chrono::nanoseconds sum = always + std::min(stored, honest) * forStoredPixel;
     if (wish.form != DecodeWish::Form::pixels)
         sum += made * forEncodedPixel;
