@@ -106,6 +106,16 @@ private slots:
         QCOMPARE_LT(time.elapsed(), 1000); // of two seconds for each
     }
 
+    void aProcessThatEndsInBetweenCostsNoJob()
+    {
+        const QStringList idle = decoders();
+        for (const QString &process : idle)
+            ::kill(process.toInt(), SIGKILL);
+        QTRY_VERIFY(decoders().isEmpty());
+        for (int i = 0; i < 3; ++i)
+            QCOMPARE(ask("behaves").bytes, QByteArray("content"));
+    }
+
     void processesGoWithTheApplication()
     {
         QProcess application;

@@ -171,21 +171,24 @@ public:
         Slot *const slot = take(job, *cancel.m_state);
         if (!slot)
             return failed();
-        if (!slot->process)
+        // One that has ended while it had nothing to do, as the system was short of memory.
+        if (!slot->process || slot->process->isGone())
             slot->process = DecoderProcess::start();
         Decoded result = failed();
-        bool isLeft = false;
-        if (slot->process) {
+        const bool isStarted = slot->process != nullptr;
+        if (isStarted) {
             watch(*cancel.m_state, slot->process.get());
-            isLeft = exchange(job, *slot->process, result);
+            const bool isLeft = exchange(job, *slot->process, result);
             watch(*cancel.m_state, nullptr);
+            // What it has decoded stays in the heap of a process, and its processor time is
+            // bounded. A late cancel may have ended it behind its answer.
+            constexpr auto longestLife = 2min;
+            if (!isLeft || cancel.m_state->isCancelled ||
+                slot->process->processorTime() > longestLife)
+                slot->process.reset();
         }
-        // What it has decoded stays in the heap of a process, and its processor time is bounded.
-        constexpr auto longestLife = 2min;
-        if (!isLeft || slot->process->processorTime() > longestLife)
-            slot->process.reset();
         slot->document = slot->process ? job.wish.document : 0;
-        const bool isMissing = !slot->process;
+        const bool isMissing = isStarted && !slot->process;
         giveBack(*slot);
         if (isMissing)
             startMissing();
@@ -258,11 +261,12 @@ private:
             return nullptr;
         Slot *found = nullptr;
         for (Slot &slot : m_slots) {
-            const bool fits = job.wish.document != 0 && slot.document == job.wish.document;
-            if (!slot.isBusy && (!found || fits || (slot.document == 0 && slot.process)))
+            if (slot.isBusy)
+                continue;
+            if (job.wish.document != 0 && slot.document == job.wish.document)
+                return &slot;
+            if (!found || (slot.document == 0 && slot.process))
                 found = &slot;
-            if (found && fits)
-                break;
         }
         return found;
     }

@@ -12,6 +12,7 @@
 #include <ctime>
 #include <fcntl.h>
 #include <mutex>
+#include <poll.h>
 #include <spawn.h>
 #include <sys/socket.h>
 #include <sys/syscall.h>
@@ -172,6 +173,12 @@ std::chrono::nanoseconds DecoderProcess::processorTime() const
     if (::clock_getcpuclockid(m_process, &clock) != 0 || ::clock_gettime(clock, &time) != 0)
         return std::chrono::nanoseconds(0);
     return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
+}
+
+bool DecoderProcess::isGone() const
+{
+    pollfd socket{m_socket.get(), POLLIN, 0};
+    return ::poll(&socket, 1, 0) != 0;
 }
 
 void DecoderProcess::kill()

@@ -24,6 +24,9 @@ public:
     DecoderProcess(const DecoderProcess &) = delete;
     DecoderProcess &operator=(const DecoderProcess &) = delete;
 
+    /// Whether it has ended, or speaks without having been asked. Between two jobs.
+    bool isGone() const;
+
     /// False when the process is gone.
     bool send(const DecodeWish &wish, int file);
     Received receive(DecodeReply &reply, FileDescriptor &memory, std::chrono::milliseconds timeout);
