@@ -1,6 +1,6 @@
 #include "platform/decoding/decode_work.h"
 #include "platform/decoding/image_decoding.h"
-#include "platform/decoding/svg/svg_image.h"
+#include "platform/decoding/svg_image.h"
 #include "platform/images/image_representation.h"
 #include "platform/images/image_scaling.h"
 #include "platform/images/picture_kind.h"

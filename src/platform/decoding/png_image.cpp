@@ -1,4 +1,4 @@
-#include "platform/decoding/png_image.h"
+#include "platform/decoding/unusual_image.h"
 
 #include <QColorSpace>
 #include <QRgba64>

@@ -1,15 +1,12 @@
-#include "platform/decoding/tiff_image.h"
-
 #include "platform/decoding/color_profile.h"
+#include "platform/decoding/unusual_image.h"
+#include "platform/foundation/memory_file.h"
 
-#include <QBuffer>
 #include <QColorSpace>
-#include <algorithm>
-#include <cstdarg>
 #include <cstring>
-#include <limits>
 #include <memory>
 #include <tiffio.h>
+#include <unistd.h>
 #include <vector>
 
 namespace zelkam {
@@ -18,44 +15,9 @@ namespace {
 
 struct TiffRelease
 {
-    void operator()(TIFF *tiff) const { TIFFClose(tiff); }
-};
-struct OptionsRelease
-{
-    void operator()(TIFFOpenOptions *options) const { TIFFOpenOptionsFree(options); }
+    void operator()(TIFF *tiff) const { TIFFCleanup(tiff); }
 };
 using Tiff = std::unique_ptr<TIFF, TiffRelease>;
-
-constexpr tmsize_t largestPiece = 256LL << 20; // of memory, such as for a tile
-
-Tiff openTiff(QBuffer &buffer)
-{
-    const auto read = [](thandle_t handle, void *to, tmsize_t size) {
-        return tmsize_t(static_cast<QBuffer *>(handle)->read(static_cast<char *>(to), size));
-    };
-    const auto write = [](thandle_t, void *, tmsize_t) { return tmsize_t(-1); };
-    const auto seek = [](thandle_t handle, toff_t offset, int whence) {
-        auto *file = static_cast<QBuffer *>(handle);
-        const qint64 from = whence == SEEK_SET   ? 0
-                            : whence == SEEK_CUR ? file->pos()
-                                                 : file->size();
-        return file->seek(from + qint64(offset)) ? toff_t(file->pos()) : toff_t(-1);
-    };
-    const auto close = [](thandle_t) { return 0; };
-    const auto size = [](thandle_t handle) {
-        return toff_t(static_cast<QBuffer *>(handle)->size());
-    };
-    const auto silent = [](TIFF *, void *, const char *, const char *, va_list) { return 1; };
-    const std::unique_ptr<TIFFOpenOptions, OptionsRelease> options(TIFFOpenOptionsAlloc());
-    if (!options)
-        return nullptr;
-    TIFFOpenOptionsSetMaxSingleMemAlloc(options.get(), largestPiece);
-    TIFFOpenOptionsSetErrorHandlerExtR(options.get(), silent, nullptr);
-    TIFFOpenOptionsSetWarningHandlerExtR(options.get(), silent, nullptr);
-    // m: the file is not mapped into memory, where it is already.
-    return Tiff(TIFFClientOpenExt("", "rm", &buffer, read, write, seek, close, size, nullptr,
-                                  nullptr, options.get()));
-}
 
 template<typename T>
 T field(TIFF *tiff, uint32_t tag)
@@ -111,24 +73,19 @@ struct Layout
 /// missing.
 std::vector<uchar> readSamples(TIFF *tiff, const Layout &layout)
 {
+    const qsizetype partBytes = layout.isPlanar ? layout.sampleBytes() : layout.pixelBytes();
     std::vector<uchar> all(size_t(layout.lineBytes() * layout.size.height()));
     const auto place = [&](const uchar *from, int x, int y, int pixels, int plane) {
-        uchar *to = all.data() + y * layout.lineBytes() + x * layout.pixelBytes();
-        if (!layout.isPlanar) {
-            std::memcpy(to, from, size_t(pixels * layout.pixelBytes()));
-            return;
-        }
-        to += plane * layout.sampleBytes();
+        uchar *to = all.data() + y * layout.lineBytes() + x * layout.pixelBytes() +
+                    plane * layout.sampleBytes();
         for (int i = 0; i < pixels; ++i)
-            std::memcpy(to + i * layout.pixelBytes(), from + i * layout.sampleBytes(),
-                        size_t(layout.sampleBytes()));
+            std::memcpy(to + i * layout.pixelBytes(), from + i * partBytes, size_t(partBytes));
     };
     const bool isTiled = !layout.tile.isEmpty();
     const tmsize_t pieceBytes = isTiled ? TIFFTileSize(tiff) : TIFFScanlineSize(tiff);
-    const qsizetype partBytes = layout.isPlanar ? layout.sampleBytes() : layout.pixelBytes();
     const int across = isTiled ? layout.tile.width() : layout.size.width();
     const int down = isTiled ? layout.tile.height() : 1;
-    if (pieceBytes > largestPiece || pieceBytes < partBytes * across * down)
+    if (pieceBytes < partBytes * across * down)
         return {};
     std::vector<uchar> piece(size_t(pieceBytes), 0);
     for (int plane = 0; plane < (layout.isPlanar ? layout.samples : 1); ++plane) {
@@ -151,31 +108,29 @@ std::vector<uchar> readSamples(TIFF *tiff, const Layout &layout)
 }
 
 /// From grey or red, green and blue, with alpha or without.
-template<typename Sample>
 QImage imageOfSamples(const std::vector<uchar> &samples, const Layout &layout)
 {
-    constexpr Sample most = std::numeric_limits<Sample>::max();
-    constexpr bool isWide = sizeof(Sample) == 2;
+    constexpr quint16 most = 0xffff;
     const bool isPremultiplied = layout.alpha == EXTRASAMPLE_ASSOCALPHA;
     const int colors = layout.isGrey() ? 1 : 3;
     const bool hasAlpha = layout.samples > colors && layout.alpha != EXTRASAMPLE_UNSPECIFIED;
-    QImage image(layout.size, isPremultiplied && isWide ? QImage::Format_RGBA64_Premultiplied
-                              : isWide                  ? QImage::Format_RGBA64
-                              : isPremultiplied         ? QImage::Format_RGBA8888_Premultiplied
-                                                        : QImage::Format_RGBA8888);
-    if (image.isNull())
-        return image;
+    QImage image(layout.size,
+                 isPremultiplied ? QImage::Format_RGBA64_Premultiplied : QImage::Format_RGBA64);
+    const auto sample = [&layout](const uchar *pixel, int index) {
+        constexpr quint16 byteToWord = 0x101;
+        return layout.bits == 8 ? quint16(pixel[index] * byteToWord)
+                                : *reinterpret_cast<const quint16 *>(pixel + 2 * index);
+    };
     for (int y = 0; y < image.height(); ++y) {
-        const auto *from =
-            reinterpret_cast<const Sample *>(samples.data() + y * layout.lineBytes());
-        auto *to = reinterpret_cast<Sample *>(image.scanLine(y));
-        for (int x = 0; x < image.width(); ++x, from += layout.samples, to += 4) {
-            for (int c = 0; c < 3; ++c)
-                to[c] = from[colors == 1 ? 0 : c];
-            to[3] = hasAlpha ? from[colors] : most;
-            if (layout.photometric == PHOTOMETRIC_MINISWHITE) {
-                const Sample white = isPremultiplied ? to[3] : most;
-                std::fill_n(to, 3, Sample(white - qMin(white, to[0])));
+        const uchar *from = samples.data() + y * layout.lineBytes();
+        auto *to = reinterpret_cast<quint16 *>(image.scanLine(y));
+        for (int x = 0; x < image.width(); ++x, from += layout.pixelBytes(), to += 4) {
+            to[3] = hasAlpha ? sample(from, colors) : most;
+            const quint16 white = isPremultiplied ? to[3] : most;
+            for (int c = 0; c < 3; ++c) {
+                to[c] = sample(from, colors == 1 ? 0 : c);
+                if (layout.photometric == PHOTOMETRIC_MINISWHITE)
+                    to[c] = quint16(white - qMin(white, to[c]));
             }
         }
     }
@@ -221,10 +176,10 @@ QImage imageByLibrary(TIFF *tiff, const Layout &layout)
 
 std::optional<QImage> readUnusualTiff(const QByteArray &file)
 {
-    QBuffer buffer;
-    buffer.setData(file);
-    buffer.open(QIODevice::ReadOnly);
-    const Tiff tiff = openTiff(buffer);
+    // libtiff maps what it reads.
+    const FileDescriptor memory = sealedMemoryFile(file);
+    const bool isAtBegin = ::lseek(memory.get(), 0, SEEK_SET) == 0;
+    const Tiff tiff(isAtBegin ? TIFFFdOpen(memory.get(), "", "r") : nullptr);
     if (!tiff)
         return std::nullopt;
     const Layout layout(tiff.get());
@@ -246,8 +201,7 @@ std::optional<QImage> readUnusualTiff(const QByteArray &file)
             return image;
         if (converter)
             return imageOfInks(samples, layout, *converter);
-        image = layout.bits == 16 ? imageOfSamples<quint16>(samples, layout)
-                                  : imageOfSamples<quint8>(samples, layout);
+        image = imageOfSamples(samples, layout);
     } else if (isLargeTile) {
         image = imageByLibrary(tiff.get(), layout);
     } else {

@@ -6,12 +6,20 @@
 
 namespace zelkam {
 
-/// Reads an image of a kind that Qt's own reader of the format gets wrong. Nothing for all others;
-/// null when it is broken. It is not turned, and may be scaled already where it is to become
-/// smaller.
+// Images of kinds that Qt's own readers get wrong. Nothing for all others; null for what is broken
+// or cut short. They are not turned.
+
+/// A JPEG of cyan, magenta, yellow and black with a profile, which Qt does not follow.
 ///
-/// @param format  as rasterFormat() names it
-std::optional<QImage> readUnusualImage(const QByteArray &file, const QByteArray &format,
-                                       QSize atLeast);
+/// @param atLeast  the image may be scaled while it is decoded, and is not smaller than this
+std::optional<QImage> readCmykJpeg(const QByteArray &file, QSize atLeast);
+
+/// A PNG with a transparent colour of 16 bits a channel, or a colour profile that Qt does not
+/// follow itself.
+std::optional<QImage> readUnusualPng(const QByteArray &file);
+
+/// The first image of a TIFF: grey with transparency, 16 bits in planes of their own, inks with a
+/// profile, or a tile that is larger than the image.
+std::optional<QImage> readUnusualTiff(const QByteArray &file);
 
 } // namespace zelkam

@@ -15,7 +15,7 @@ namespace zelkam {
 
 namespace {
 
-std::atomic<HevcDecoding> current;
+std::atomic_bool isDraft;
 
 constexpr heif_error fine{heif_error_Ok, heif_suberror_Unspecified, "Success"};
 constexpr heif_error noMemory{heif_error_Memory_allocation_error, heif_suberror_Unspecified,
@@ -45,15 +45,10 @@ class Decoder
 public:
     Decoder() : m_context(de265_new_decoder())
     {
-        const HevcDecoding decoding = current;
-        if (m_context && decoding.isDraft) {
+        if (m_context && isDraft) {
             de265_set_parameter_bool(m_context.get(), DE265_DECODER_PARAM_DISABLE_DEBLOCKING, 1);
             de265_set_parameter_bool(m_context.get(), DE265_DECODER_PARAM_DISABLE_SAO, 1);
         }
-        // Without them it is slower and nothing else.
-        if (m_context && decoding.isThreaded)
-            de265_start_worker_threads(
-                m_context.get(), int(std::clamp(std::thread::hardware_concurrency(), 1U, 4U)));
     }
 
     bool isUsable() const { return m_context != nullptr; }
@@ -63,6 +58,12 @@ public:
     /// Takes units, each behind its length in four bytes.
     bool push(QByteArrayView units)
     {
+        // Starting threads takes longer than a small picture, and libheif decodes the tiles of a
+        // grid on threads of its own. Without them it is slower and nothing else.
+        constexpr qsizetype worthThreads = 256 * 1024;
+        if (units.size() >= worthThreads)
+            de265_start_worker_threads(
+                m_context.get(), int(std::clamp(std::thread::hardware_concurrency(), 1U, 4U)));
         constexpr qsizetype lengthSize = 4;
         while (units.size() >= lengthSize) {
             const auto length = qsizetype(qFromBigEndian<quint32>(units.data()));
@@ -222,9 +223,9 @@ void registerHevcDecoder()
     std::call_once(once, [] { heif_register_decoder_plugin(&plugin); });
 }
 
-void setHevcDecoding(HevcDecoding decoding)
+void setHevcDraft(bool isOn)
 {
-    current = decoding;
+    isDraft = isOn;
 }
 
 } // namespace zelkam

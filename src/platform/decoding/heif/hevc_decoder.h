@@ -8,16 +8,10 @@ namespace zelkam {
 /// thread.
 void registerHevcDecoder();
 
-/// How the decoders decode that are made from now on, on whatever thread.
-struct HevcDecoding
-{
-    /// For pictures that will be shown at half their size or less: without deblocking and sample
-    /// adaptive offset (H.265, 8.7), which take up to half of the time. Other samples of an intra
-    /// picture do not depend on these filters.
-    bool isDraft = false;
-    /// For large pictures, each on several threads: starting them takes longer than a small one.
-    bool isThreaded = false;
-};
-void setHevcDecoding(HevcDecoding decoding);
+/// Whether the decoders that are made from now on, on whatever thread, are for pictures that will
+/// be shown at half their size or less: without deblocking and sample adaptive offset (H.265, 8.7),
+/// which take up to half of the time. Other samples of an intra picture do not depend on these
+/// filters.
+void setHevcDraft(bool isDraft);
 
 } // namespace zelkam

@@ -32,8 +32,8 @@ PlaneScaler::PlaneScaler(const SamplePlane &plane, QSize target)
         m_first.push_back(first);
         m_firstWeight.push_back(float(1.0 - (left - first)));
     }
-    // The last column ends with the end of the plane: the sample there counts as a whole.
-    m_firstWeight.back() = 0.0F;
+    // The last column ends with the end of the plane: the sample there counts as a whole, and once.
+    m_firstWeight.back() = step > 1.0 ? 0.0F : 1.0F;
 }
 
 void PlaneScaler::addRow(int sourceRow, float weight)
@@ -48,27 +48,19 @@ void PlaneScaler::addRow(int sourceRow, float weight)
 const std::vector<float> &PlaneScaler::row(int y)
 {
     std::fill(m_sums.begin(), m_sums.end(), 0.0F);
-    const bool averages = m_target.width() < m_plane.size.width();
-    const double columns = averages ? double(m_plane.size.width()) / m_target.width() : 1.0;
     const double range = std::ldexp(1.0, m_plane.bits) - 1;
-    const double scale = 255.0 / range / columns;
+    const double scale = 255.0 / range * m_target.width() / m_plane.size.width();
     const int height = m_plane.size.height();
     const double step = double(height) / m_target.height();
     const double top = y * step;
     const double bottom = std::min<double>(top + step, height);
-    if (step <= 1.0)
-        addRow(std::min(int(top), height - 1), float(scale));
-    for (int source = int(top); step > 1.0 && source < bottom; ++source) {
+    for (int source = int(top); source < bottom; ++source) {
         const double covered = std::min<double>(bottom, source + 1) - std::max<double>(top, source);
         addRow(source, float(covered / step * scale));
     }
 
     for (size_t x = 0; x < m_row.size(); ++x) {
         const auto first = size_t(m_first[x]);
-        if (!averages) {
-            m_row[x] = m_sums[first];
-            continue;
-        }
         const auto last = size_t(m_first[x + 1]);
         float sum = m_firstWeight[x] * m_sums[first] + (1.0F - m_firstWeight[x + 1]) * m_sums[last];
         for (size_t i = first + 1; i < last; ++i)

@@ -15,9 +15,8 @@ struct SamplePlane
     int bits = 8;
 };
 
-/// Reads a plane at another size, row by row: the mean of the covered samples where the plane is
-/// larger than the target, the nearest sample where it is smaller. Scaling planes before their
-/// colours are computed touches a picture's samples once and holds no second picture.
+/// Reads a plane at its own or a smaller size, row by row: the mean of the covered samples. Scaling
+/// planes touches a picture's samples once and holds no second picture.
 class PlaneScaler
 {
 public:

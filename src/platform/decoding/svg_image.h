@@ -4,8 +4,8 @@
 
 namespace zelkam {
 
-/// Draws an SVG, with what svg_guard.h leaves of it. Nothing for what is none. In the decoder
-/// process only: a hundred bytes can ask for hours.
+/// Draws an SVG, without document type, scripts and references that lead out of it. Nothing for
+/// what is none. In the decoder process only: a hundred bytes can ask for hours.
 ///
 /// @param target  chooses the size to draw at by the one that it asks for; 512 by 512 when it asks
 ///                for none
