@@ -50,10 +50,10 @@ QStringList kindIconNames(const QMimeType &type)
 
 QString kindAndSize(const PreviewFile &file)
 {
-    if (file.state != PreviewFile::State::readable)
+    if (!file.type.isValid()) // it cannot be read
         return {};
     const QString size = QLocale().formattedDataSize(file.size, 1, QLocale::DataSizeSIFormat);
-    if (!file.type.isValid() || file.type.isDefault())
+    if (file.type.isDefault())
         return size;
     return file.type.comment() + QStringLiteral(" · ") + size;
 }

@@ -4,9 +4,6 @@
 #include "platform/foundation/dispatch_queue.h"
 
 #include <algorithm>
-#include <condition_variable>
-#include <mutex>
-#include <optional>
 
 namespace zelkam {
 
@@ -22,60 +19,19 @@ double pageEdge(double said)
 
 } // namespace
 
-struct PdfPages::Shared
+Decoded PdfPages::Source::ask(DecodeWish wish, const DecodeCancel &canceller) const
 {
-    std::shared_ptr<const RegularFile> file;
-    const quint64 document = newDecodedDocument();
-    const DecodeCancel cancel;
-
-    std::mutex mutex; // guards the following
-    std::condition_variable changed;
-    QList<Request> wanted;
-    Rendered rendered;
-    bool isStopped = false;
-
-    Decoded ask(DecodeWish wish, const DecodeCancel &canceller) const
-    {
-        wish.document = document;
-        return decode(wish, *file, DecodeUrgency::waitedFor, canceller);
-    }
-
-    /// The next request, or nothing at the end.
-    std::optional<Request> next(Rendered &callback)
-    {
-        std::unique_lock lock(mutex);
-        changed.wait(lock, [this] { return isStopped || !wanted.isEmpty(); });
-        if (isStopped)
-            return std::nullopt;
-        callback = rendered;
-        return wanted.takeFirst();
-    }
-
-    void serve()
-    {
-        Rendered callback;
-        while (const auto request = next(callback)) {
-            DecodeWish wish;
-            wish.task = DecodeWish::Task::page;
-            wish.index = request->page;
-            wish.width = request->size.width();
-            wish.height = request->size.height();
-            DispatchQueue::main().async(
-                [callback, wished = *request, image = ask(wish, cancel).image] {
-                    callback(wished, image);
-                });
-        }
-    }
-};
+    wish.document = document;
+    return decode(wish, *file, DecodeUrgency::waitedFor, canceller);
+}
 
 std::shared_ptr<PdfPages> PdfPages::open(std::shared_ptr<const RegularFile> file,
                                          const DecodeCancel &cancel, DecodeReply::Outcome &outcome)
 {
-    const auto shared = std::make_shared<Shared>();
-    shared->file = std::move(file);
+    std::shared_ptr<PdfPages> document(new PdfPages(std::move(file)));
     DecodeWish wish;
     wish.task = DecodeWish::Task::document;
-    const Decoded opened = shared->ask(wish, cancel);
+    const Decoded opened = document->m_source.ask(wish, cancel);
     outcome = opened.reply.outcome;
     const auto *const numbers = reinterpret_cast<const double *>(opened.bytes.constData());
     constexpr qsizetype mostPages = 5000;
@@ -83,30 +39,43 @@ std::shared_ptr<PdfPages> PdfPages::open(std::shared_ptr<const RegularFile> file
         std::min(mostPages, opened.bytes.size() / qsizetype(2 * sizeof(double)));
     if (!opened.isDone() || pages == 0)
         return nullptr;
-    std::shared_ptr<PdfPages> document(new PdfPages);
-    document->m_shared = shared;
     for (qsizetype page = 0; page < pages; ++page)
         document->m_sizes.append({pageEdge(numbers[2 * page]), pageEdge(numbers[2 * page + 1])});
-    runInBackground([shared] { shared->serve(); });
     return document;
 }
 
 PdfPages::~PdfPages()
 {
-    {
-        const std::lock_guard lock(m_shared->mutex);
-        m_shared->isStopped = true;
-        m_shared->changed.notify_all();
-    }
-    m_shared->cancel.cancel();
+    m_source.cancel.cancel();
 }
 
 void PdfPages::request(const QList<Request> &wanted, Rendered rendered)
 {
-    const std::lock_guard lock(m_shared->mutex);
-    m_shared->wanted = wanted;
-    m_shared->rendered = std::move(rendered);
-    m_shared->changed.notify_all();
+    m_wanted = wanted;
+    m_rendered = std::move(rendered);
+    if (!m_isDrawing)
+        drawNext();
+}
+
+void PdfPages::drawNext()
+{
+    m_isDrawing = !m_wanted.isEmpty();
+    if (!m_isDrawing)
+        return;
+    const Request request = m_wanted.takeFirst();
+    runInBackground([source = m_source, request, rendered = m_rendered, self = weak_from_this()] {
+        DecodeWish wish;
+        wish.task = DecodeWish::Task::page;
+        wish.index = request.page;
+        wish.width = request.size.width();
+        wish.height = request.size.height();
+        DispatchQueue::main().async(
+            [request, rendered, self, image = source.ask(wish, source.cancel).image] {
+                if (const auto document = self.lock())
+                    document->drawNext();
+                rendered(request, image);
+            });
+    });
 }
 
 } // namespace zelkam

@@ -11,10 +11,10 @@
 
 namespace zelkam {
 
-/// A PDF document. Its pages are drawn by a decoder, asked from a thread of the document's own, so
+/// A PDF document. Its pages are drawn by a decoder, one after another beside the main thread, so
 /// that one that takes long never holds up the screen. What is still drawn ends with its last
 /// owner, and at once.
-class PdfPages
+class PdfPages : public std::enable_shared_from_this<PdfPages>
 {
 public:
     struct Request
@@ -38,14 +38,30 @@ public:
     const QList<QSizeF> &sizes() const { return m_sizes; }
 
     /// Asks for pages, the most urgent first, in place of those asked for before and not begun.
+    /// Main thread only.
     void request(const QList<Request> &wanted, Rendered rendered);
 
 private:
-    struct Shared;
-    PdfPages() = default;
+    explicit PdfPages(std::shared_ptr<const RegularFile> file)
+        : m_source{std::move(file), newDecodedDocument(), {}}
+    {
+    }
+    void drawNext();
 
-    std::shared_ptr<Shared> m_shared;
+    /// What the threads that draw hold of a document.
+    struct Source
+    {
+        std::shared_ptr<const RegularFile> file;
+        quint64 document;
+        DecodeCancel cancel;
+
+        Decoded ask(DecodeWish wish, const DecodeCancel &canceller) const;
+    };
+    const Source m_source;
     QList<QSizeF> m_sizes;
+    QList<Request> m_wanted;
+    Rendered m_rendered;
+    bool m_isDrawing = false;
 };
 
 } // namespace zelkam

@@ -17,21 +17,6 @@ constexpr qint64 longestVectorFile = 8LL << 20;
 constexpr int longestEdge = 4096;
 constexpr int edgeOfDrawing = 2048;
 
-QString stateProblem(PreviewFile::State state)
-{
-    switch (state) {
-    case PreviewFile::State::readable:
-        return {};
-    case PreviewFile::State::missing:
-        return QLPreviewController::tr("The file is not there any more.");
-    case PreviewFile::State::denied:
-        return QLPreviewController::tr("The file cannot be read.");
-    case PreviewFile::State::notAFile:
-        return QLPreviewController::tr("This is not a file that can be shown.");
-    }
-    return {};
-}
-
 QString imageProblem(DecodeReply::Outcome outcome)
 {
     return outcome == DecodeReply::Outcome::tooLarge
@@ -58,6 +43,11 @@ void loadRaster(PreviewContent &content, const DecodeCancel &cancel)
     content.frames = int(decoded.reply.value);
     content.kind =
         content.frames > 1 ? PreviewContent::Kind::animation : PreviewContent::Kind::image;
+}
+
+QString documentProblem()
+{
+    return QLPreviewController::tr("The document is damaged and cannot be shown.");
 }
 
 /// Returns false when it is no vector image after all.
@@ -88,7 +78,7 @@ void loadPdf(PreviewContent &content, const DecodeCancel &cancel)
     else if (outcome == DecodeReply::Outcome::locked)
         content.problem = QLPreviewController::tr("The document is protected by a password.");
     else
-        content.problem = QLPreviewController::tr("The document is damaged and cannot be shown.");
+        content.problem = documentProblem();
 }
 
 void loadText(PreviewContent &content, const DecodeCancel &cancel)
@@ -130,10 +120,9 @@ void loadReadable(PreviewContent &content, const DecodeCancel &cancel)
     } else if (isMedia(file.type)) {
         content.kind = PreviewContent::Kind::media;
     } else if (file.type.name().startsWith(QLatin1String("image/"))) {
-        content.problem =
-            QLPreviewController::tr("The image is damaged or of a kind that cannot be shown.");
+        content.problem = imageProblem(DecodeReply::Outcome::damaged);
     } else if (file.type.inherits(QStringLiteral("application/pdf"))) {
-        content.problem = QLPreviewController::tr("The document is damaged and cannot be shown.");
+        content.problem = documentProblem();
     }
 }
 
@@ -142,9 +131,8 @@ void loadReadable(PreviewContent &content, const DecodeCancel &cancel)
 PreviewContent loadPreview(const std::optional<URL> &url, const DecodeCancel &cancel)
 {
     PreviewContent content;
-    content.file = openPreviewFile(url);
-    content.problem = stateProblem(content.file.state);
-    if (content.problem.isEmpty())
+    content.file = openPreviewFile(url, content.problem);
+    if (content.file.content)
         loadReadable(content, cancel);
     content.file.head.clear();
     return content;

@@ -26,7 +26,6 @@ ShareSheet::Head headFor(const QList<URL> &items)
     const QFileInfo info(path.value_or(QString()));
     file.name = items.first().lastPathComponent();
     if (info.isFile()) {
-        file.state = PreviewFile::State::readable;
         file.size = info.size();
         file.type = QMimeDatabase().mimeTypeForFile(info);
     }
