@@ -281,7 +281,7 @@ private slots:
     {
         QFETCH(QByteArray, head);
         QFETCH(int, mebibytes);
-        server.on("/large", [&](const auto &, auto &connection) {
+        server.on("/large", [head, mebibytes](const auto &, auto &connection) {
             connection.send("HTTP/1.1 200 OK\r\n\r\n" + head);
             for (int i = 0; i < mebibytes; ++i)
                 connection.send(QByteArray(1 << 20, '\0'));
