@@ -11,11 +11,7 @@ namespace {
 // The pixels of QImage's 32 bits, as they lie in memory.
 constexpr cmsUInt32Number pixelType = Q_BYTE_ORDER == Q_LITTLE_ENDIAN ? TYPE_BGRA_8 : TYPE_ARGB_8;
 
-struct ProfileRelease
-{
-    void operator()(void *profile) const { cmsCloseProfile(profile); }
-};
-using Profile = std::unique_ptr<void, ProfileRelease>;
+using Profile = std::unique_ptr<void, decltype([](void *profile) { cmsCloseProfile(profile); })>;
 
 /// From a profile of a kind of colours to sRGB; null when the profile is of another kind.
 cmsHTRANSFORM newTransform(const QByteArray &bytes, cmsColorSpaceSignature colors,

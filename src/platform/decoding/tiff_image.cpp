@@ -13,11 +13,7 @@ namespace zelkam {
 
 namespace {
 
-struct TiffRelease
-{
-    void operator()(TIFF *tiff) const { TIFFCleanup(tiff); }
-};
-using Tiff = std::unique_ptr<TIFF, TiffRelease>;
+using Tiff = std::unique_ptr<TIFF, decltype([](TIFF *tiff) { TIFFCleanup(tiff); })>;
 
 template<typename T>
 T field(TIFF *tiff, uint32_t tag)

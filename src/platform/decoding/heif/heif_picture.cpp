@@ -16,19 +16,12 @@ namespace zelkam {
 namespace {
 
 template<auto release>
-struct Release
-{
-    template<typename T>
-    void operator()(T *object) const
-    {
-        release(object);
-    }
-};
-using Context = std::unique_ptr<heif_context, Release<heif_context_free>>;
-using Options = std::unique_ptr<heif_decoding_options, Release<heif_decoding_options_free>>;
-using Handle = std::unique_ptr<heif_image_handle, Release<heif_image_handle_release>>;
-using Image = std::unique_ptr<heif_image, Release<heif_image_release>>;
-using Profile = std::unique_ptr<heif_color_profile_nclx, Release<heif_nclx_color_profile_free>>;
+using ReleaseBy = decltype([](auto *object) { release(object); });
+using Context = std::unique_ptr<heif_context, ReleaseBy<heif_context_free>>;
+using Options = std::unique_ptr<heif_decoding_options, ReleaseBy<heif_decoding_options_free>>;
+using Handle = std::unique_ptr<heif_image_handle, ReleaseBy<heif_image_handle_release>>;
+using Image = std::unique_ptr<heif_image, ReleaseBy<heif_image_release>>;
+using Profile = std::unique_ptr<heif_color_profile_nclx, ReleaseBy<heif_nclx_color_profile_free>>;
 
 /// Planes of red, green and blue, as libheif has the tiles of a grid at once.
 Image decodePlanes(const heif_image_handle *handle)

@@ -23,22 +23,11 @@ constexpr heif_error noMemory{heif_error_Memory_allocation_error, heif_suberror_
 constexpr heif_error broken{heif_error_Decoder_plugin_error, heif_suberror_Unspecified,
                             "the coded picture is corrupt or cut short"};
 
-struct ContextRelease
-{
-    void operator()(de265_decoder_context *context) const { de265_free_decoder(context); }
-};
-struct ImageRelease
-{
-    void operator()(heif_image *image) const { heif_image_release(image); }
-};
-struct ProfileRelease
-{
-    void operator()(heif_color_profile_nclx *profile) const
-    {
-        heif_nclx_color_profile_free(profile);
-    }
-};
-using Image = std::unique_ptr<heif_image, ImageRelease>;
+template<auto release>
+using ReleaseBy = decltype([](auto *object) { release(object); });
+using Context = std::unique_ptr<de265_decoder_context, ReleaseBy<de265_free_decoder>>;
+using Image = std::unique_ptr<heif_image, ReleaseBy<heif_image_release>>;
+using Profile = std::unique_ptr<heif_color_profile_nclx, ReleaseBy<heif_nclx_color_profile_free>>;
 
 class Decoder
 {
@@ -155,8 +144,7 @@ private:
     /// What the stream says of its colours. Where the file says something, that holds.
     static void setColors(const de265_image *picture, heif_image *image)
     {
-        const std::unique_ptr<heif_color_profile_nclx, ProfileRelease> profile(
-            heif_nclx_color_profile_alloc());
+        const Profile profile(heif_nclx_color_profile_alloc());
         if (!profile)
             return;
         profile->full_range_flag = de265_get_image_full_range_flag(picture) != 0;
@@ -169,7 +157,7 @@ private:
         heif_image_set_nclx_color_profile(image, profile.get());
     }
 
-    std::unique_ptr<de265_decoder_context, ContextRelease> m_context;
+    Context m_context;
     bool m_isStrict = false;
 };
 
