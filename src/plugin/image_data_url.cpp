@@ -43,8 +43,8 @@ ZelkamMobileContentsPlugin::getImgStr(const std::optional<QByteArray> &data,
         return std::nullopt;
     // It is drawn as large as asked, and stretched, where it is decoded.
     const bool isPng = uti->mid(uti->lastIndexOf(u'.') + 1) == u"png";
-    const auto encoded =
-        isPng ? pictureAsPng(*data, context) : pictureAsJpeg(*data, context, jpegQuality(asked));
+    const auto quality = isPng ? std::nullopt : std::optional(jpegQuality(asked));
+    const auto encoded = encodedPicture(*data, context, quality);
     if (!encoded)
         return std::nullopt;
     return dataUrl(isPng ? QStringLiteral("image/png") : QStringLiteral("image/jpeg"), *encoded);

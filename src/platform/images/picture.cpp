@@ -18,11 +18,6 @@ DecodeWish wishFor(DecodeWish::Form form, std::optional<QSize> stretchedTo)
     return wish;
 }
 
-std::optional<QByteArray> bytesOf(const Decoded &decoded)
-{
-    return decoded.isDone() ? std::optional(decoded.bytes) : std::nullopt;
-}
-
 } // namespace
 
 std::optional<UIImage> decodePicture(const QByteArray &data, std::optional<QSize> stretchedTo)
@@ -30,17 +25,14 @@ std::optional<UIImage> decodePicture(const QByteArray &data, std::optional<QSize
     return UIImage::fromQImage(decode(wishFor(DecodeWish::Form::pixels, stretchedTo), data).image);
 }
 
-std::optional<QByteArray> pictureAsPng(const QByteArray &data, std::optional<QSize> stretchedTo)
+std::optional<QByteArray> encodedPicture(const QByteArray &data, std::optional<QSize> stretchedTo,
+                                         std::optional<double> jpegQuality)
 {
-    return bytesOf(decode(wishFor(DecodeWish::Form::png, stretchedTo), data));
-}
-
-std::optional<QByteArray> pictureAsJpeg(const QByteArray &data, std::optional<QSize> stretchedTo,
-                                        double quality)
-{
-    DecodeWish wish = wishFor(DecodeWish::Form::jpeg, stretchedTo);
-    wish.quality = quality;
-    return bytesOf(decode(wish, data));
+    DecodeWish wish =
+        wishFor(jpegQuality ? DecodeWish::Form::jpeg : DecodeWish::Form::png, stretchedTo);
+    wish.quality = jpegQuality.value_or(1.0);
+    const Decoded decoded = decode(wish, data);
+    return decoded.isDone() ? std::optional(decoded.bytes) : std::nullopt;
 }
 
 std::optional<PictureThumbnail> thumbnailOfPicture(const QString &path, int coveringEdge)

@@ -18,14 +18,10 @@ namespace zelkam {
 std::optional<UIImage> decodePicture(const QByteArray &data,
                                      std::optional<QSize> stretchedTo = std::nullopt);
 
-/// The same, encoded as a PNG.
-std::optional<QByteArray> pictureAsPng(const QByteArray &data, std::optional<QSize> stretchedTo);
-
-/// The same, encoded as a JPEG.
-///
-/// @param quality  as UIImageJPEGRepresentation() has it
-std::optional<QByteArray> pictureAsJpeg(const QByteArray &data, std::optional<QSize> stretchedTo,
-                                        double quality);
+/// The same, encoded: as a JPEG of a quality, as UIImageJPEGRepresentation() has it, or without one
+/// as a PNG.
+std::optional<QByteArray> encodedPicture(const QByteArray &data, std::optional<QSize> stretchedTo,
+                                         std::optional<double> jpegQuality);
 
 /// A picture as a thumbnail that covers a square.
 struct PictureThumbnail

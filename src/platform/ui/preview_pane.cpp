@@ -97,6 +97,7 @@ void PreviewPane::showFile(const std::optional<URL> &url, const std::optional<QS
 void PreviewPane::showNothing()
 {
     ++m_generation;
+    m_reading.cancel();
     PreviewContent content;
     content.problem = sentence("There is nothing to show.");
     showContent(std::move(content));

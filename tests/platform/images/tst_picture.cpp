@@ -218,7 +218,7 @@ private slots:
         QCOMPARE(picture->size(), QSize(1024, 768));
         QVERIFY(std::abs(qGray(picture->toQImage().pixel(500, 400)) - 180) < 3);
         QVERIFY(!decodePicture(file)); // 800 MB in the application
-        const auto again = pictureAsJpeg(file, std::nullopt, 0.5);
+        const auto again = encodedPicture(file, std::nullopt, 0.5);
         QVERIFY(again && !again->isEmpty());
     }
 
