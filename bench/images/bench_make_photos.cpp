@@ -50,8 +50,8 @@ int main(int argc, char **argv)
     }
     QFile heic(folder.filePath(QStringLiteral("photo.heic")));
     // As phones write it: tiles of 512 points, here of one content, and some 2 MB in all.
-    const QByteArray tile = zelkam::test::heic(photo(0).copy(0, 0, 512, 512), {.quality = 45});
+    const QByteArray tile = zelkam::bench::heic(photo(0).copy(0, 0, 512, 512), {.quality = 45});
     const QByteArray coded =
-        zelkam::test::heicGrid(tile, {.columns = 8, .rows = 6, .canvas = {4000, 3000}});
+        zelkam::bench::heicGrid(tile, {.columns = 8, .rows = 6, .canvas = {4000, 3000}});
     return heic.open(QIODevice::WriteOnly) && heic.write(coded) == coded.size() ? 0 : 1;
 }

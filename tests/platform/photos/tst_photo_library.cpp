@@ -1,5 +1,5 @@
-#include "picture_comparison.h"
 #include "platform/images/image_scaling.h"
+#include "platform/images/picture_comparison.h"
 #include "platform/photos/ph_image_manager.h"
 #include "platform/photos/ph_photo_library.h"
 #include "platform/photos/photo_workers.h"

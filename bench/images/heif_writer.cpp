@@ -3,7 +3,7 @@
 #include <QtEndian>
 #include <libheif/heif.h>
 
-namespace zelkam::test {
+namespace zelkam::bench {
 
 namespace {
 
@@ -146,4 +146,4 @@ QByteArray heicGrid(const QByteArray &tile, const GridOptions &options)
     return ftyp + meta(int(head)) + box("mdat", coded);
 }
 
-} // namespace zelkam::test
+} // namespace zelkam::bench

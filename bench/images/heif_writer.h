@@ -5,7 +5,7 @@
 #include <QImage>
 #include <QSize>
 
-namespace zelkam::test {
+namespace zelkam::bench {
 
 struct HeicOptions
 {
@@ -32,4 +32,4 @@ struct GridOptions
 /// A picture composed of one tile, many times. The tile is a file that heic() made.
 QByteArray heicGrid(const QByteArray &tile, const GridOptions &options);
 
-} // namespace zelkam::test
+} // namespace zelkam::bench
