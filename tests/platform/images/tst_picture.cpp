@@ -59,6 +59,17 @@ qint64 peakMemory()
     return qint64(usage.ru_maxrss) * 1024;
 }
 
+QImage readScaled(const QByteArray &file, std::optional<QSize> size = std::nullopt)
+{
+    const auto picture = decodePicture(file, size);
+    return picture ? picture->toQImage() : QImage();
+}
+
+QByteArray heif(const char *name)
+{
+    return dataFile(QStringLiteral("heif/%1.heic").arg(QLatin1String(name)));
+}
+
 } // namespace
 
 class TestPicture : public QObject
@@ -70,7 +81,7 @@ class TestPicture : public QObject
 private slots:
     void kindsAreToldByContent()
     {
-        const QByteArray photo = dataFile(QStringLiteral("heif/corners.heic"));
+        const QByteArray photo = heif("corners");
         const std::pair<QByteArray, QString> kinds[] = {
             {photo, QStringLiteral("public.heic")},
             {QByteArray(photo).replace(8, 4, "mif1"), QStringLiteral("public.heic")},
@@ -103,6 +114,10 @@ private slots:
     {
         QTest::addColumn<QByteArray>("bytes");
         QTest::newRow("a document") << sample::pdf(1);
+        QTest::newRow("a text") << QByteArray("ftypheic is only a text");
+        for (const char *name : {"grid-of-30000", "grid-of-many-tiles", "extents-of-60000",
+                                 "turned-twice", "another-coding"})
+            QTest::newRow(name) << heif(name);
         QTest::newRow("a JPEG that ends in its first marker") << QByteArray("\xff\xd8\xff\xe1\xff");
         QByteArray other = sample::image({60, 40}, "png");
         other[40] = char(other.at(40) ^ 0x55);
@@ -156,6 +171,60 @@ private slots:
         QVERIFY(!(size.isEmpty() ? decodePicture(file) : decodePicture(file, size)));
         QCOMPARE_LE(peakMemory() - before, 64LL << 20);
         QVERIFY(decodePicture(encoded(corners({32, 32}), "png"))); // the next one works
+    }
+
+    void heicIsReadAtTheAskedSize()
+    {
+        QCOMPARE_LE(difference(readScaled(heif("odd")), corners({65, 33})), 12);
+        const QImage image = corners({96, 64});
+        const QByteArray file = heif("corners");
+        for (const QSize size : {QSize(50, 30), QSize(128, 7), QSize(300, 200), QSize(300, 20)})
+            QCOMPARE_LE(difference(readScaled(file, size), image.scaled(size, Qt::IgnoreAspectRatio,
+                                                                        Qt::SmoothTransformation)),
+                        12);
+        // A single pixel is the mean of the four corners.
+        QImage mean({1, 1}, QImage::Format_RGB32);
+        mean.fill(QColor(128, 128, 64));
+        QCOMPARE_LE(difference(readScaled(file, QSize(1, 1)), mean), 12);
+    }
+
+    void aStoredSmallVersionStandsForAThumbnailOnly()
+    {
+        const QByteArray file = heif("thumbnail"); // of 320 by 240, all that can be shown
+        const QString path = folder.filePath(QStringLiteral("a.heic"));
+        QVERIFY(sample::write(path, file));
+        const auto small = thumbnailOfPicture(path, 190);
+        QVERIFY(small);
+        QCOMPARE_LE(difference(small->image, corners({256, 192})), 12);
+        QVERIFY(difference(readScaled(file, QSize(256, 192)), corners({256, 192})) > 12);
+        const auto tooSmall = thumbnailOfPicture(path, 300);
+        QVERIFY(!tooSmall || difference(tooSmall->image, corners({512, 384})) > 12);
+    }
+
+    void heicIsComposedOfTiles()
+    {
+        const QByteArray file = heif("grid");
+        const QImage image = readScaled(file);
+        QCOMPARE(image.size(), QSize(180, 120));
+        QVERIFY(difference(image.copy(64, 0, 64, 64), corners({64, 64})) <= 12);
+        QCOMPARE(readScaled(file, QSize(90, 60)).size(), QSize(90, 60));
+    }
+
+    void survivesEveryTruncationAndFlipOfAHeic()
+    {
+        const QByteArray file = heif("small-grid");
+        const auto described = file.indexOf("mdat");
+        for (qsizetype length = 0; length < file.size(); length += 3)
+            QVERIFY2(readScaled(file.left(length)).isNull(),
+                     QByteArray::number(length).constData());
+        for (qsizetype at = 0; at < described; ++at) {
+            for (const char flip : {'\x01', '\x80', '\xff'}) {
+                QByteArray damaged = file;
+                damaged[at] = char(damaged[at] ^ flip);
+                const QSize size = readScaled(damaged).size();
+                QVERIFY(size.width() <= 32768 && size.height() <= 32768);
+            }
+        }
     }
 
     void drawingsShowNothingFromOutside_data()
