@@ -130,6 +130,7 @@ private slots:
         QTest::addColumn<QString>("scenario");
         QTest::addColumn<int>("fault");
         const std::pair<const char *, int> faults[] = {{"ENOSPC", ENOSPC},
+                                                       {"EDQUOT", EDQUOT},
                                                        {"EIO", EIO},
                                                        {"EINTR", EINTR},
                                                        {"EACCES", EACCES},
@@ -148,11 +149,19 @@ private slots:
         const bool ends = fault == file_faults::kill;
         // A process for each that ends: by default only for some.
         const int step = !ends || qEnvironmentVariableIsSet("ZELKAM_EVERY_FAULT") ? 1 : 5;
-        work->prepare(scenario);
-        file_faults::arm(work->root.toUtf8(), 0, 0);
-        QList calls{work->run(scenario)};
+        const auto callsOf = [&](bool flushes) {
+            setFlushesFiles(flushes);
+            work->prepare(scenario);
+            file_faults::arm(work->root.toUtf8(), 0, 0);
+            work->run(scenario);
+            return file_faults::disarm();
+        };
+        const int withoutFlush = callsOf(false);
+        int all = callsOf(true);
+        QCOMPARE(withoutFlush < all, scenario != u"pick");
+        QList<std::shared_ptr<RecordingCall>> calls;
         // Until there are fewer calls than that, and all goes well.
-        for (int number = 1, all = file_faults::disarm(); number <= all; number += step) {
+        for (int number = 1; number <= all; number += step) {
             ++runs;
             const std::string text = std::to_string(number);
             const char *const when = text.c_str();
@@ -180,6 +189,11 @@ private slots:
             QTRY_VERIFY2(work->leftovers().isEmpty(), when);
         }
         QVERIFY(ends || calls.size() > 10);
+        const auto saysFull = [](const std::shared_ptr<RecordingCall> &call) {
+            return call->replies().value(0).contains(u"not enough space");
+        };
+        QCOMPARE(std::any_of(calls.cbegin(), calls.cend(), saysFull),
+                 (fault == ENOSPC || fault == EDQUOT) && scenario != u"pick");
         for (qsizetype i = 0; i < calls.size(); ++i) {
             const QStringList replies = calls.at(i)->replies();
             const QStringList twice{u"error INVALID_PARAM"_s, u"error INVALID_PARAM"_s};

@@ -186,10 +186,14 @@ private slots:
         QCOMPARE(download(requestFor(address), configuration).failure(), u"timedOut"_s);
 
         configuration.timeoutIntervalForResource = 60s;
-        configuration.timeoutIntervalForRequest = 60s;
+        configuration.timeoutIntervalForRequest = 1s; // of silence, which waiting is not
         DownloadProbe probe(requestFor(address), configuration);
         probe.task->resume();
-        QCOMPARE(probe.wait(300ms).calls, 0);
+        configuration.timeoutIntervalForRequest =
+            1500ms; // that is when all deadlines are looked at
+        QCOMPARE(download(requestFor(m_server.url(u"/stuck"_s)), configuration).failure(),
+                 u"timedOut"_s);
+        QCOMPARE(probe.wait(1ms).calls, 0);
         connected = true;
         QCOMPARE(probe.wait().status(), 200);
         setConnectivityCheck(nullptr);
