@@ -414,6 +414,8 @@ private slots:
         QTest::mouseClick(tile, Qt::LeftButton, {}, {20, 20});
         picker->openCamera();
         QVERIFY(!picker->presentedViewController());
+        const auto other = [tile] { return tile->grab().toImage().pixelColor(280, 20); };
+        QTRY_VERIFY(other().saturation() > 200); // not dimmed, as the next tap selects it
         const QImage off = tile->grab({0, 0, 90, 90}).toImage();
         picker->showSelection({paths.last()});
         QVERIFY(tile->grab({0, 0, 90, 90}).toImage() != off);

@@ -157,6 +157,18 @@ private slots:
         QVERIFY(screen->children().last()->view()->isAncestorOf(window->focusWidget()));
     }
 
+    void theOldestOfManyGoes()
+    {
+        const auto shown = [this] { return int(window->findChildren<UINavigationBar *>().size()); };
+        for (int count = 0; count <= ZelkamMobileContentsPreViewVC::mostPreviews; ++count) {
+            QCOMPARE(shown(), count);
+            make(file(u"a.txt"_s), false);
+            window->topMostViewController()->present(screen, false);
+            QTRY_VERIFY(bars().size() == 1 && !window->isInTransition());
+        }
+        QCOMPARE(shown(), int(ZelkamMobileContentsPreViewVC::mostPreviews));
+    }
+
     void staysEmptyWithoutAFile()
     {
         present(std::nullopt, true);

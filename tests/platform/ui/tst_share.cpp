@@ -305,6 +305,9 @@ private slots:
         const QPoint first = button(u"Open in Another App"_s)->mapTo(window.get(), QPoint());
         QVERIFY2(first.y() > 68 && first.y() < 200 && first.x() > 600,
                  "the popover is not at its button");
+        bar->move(0, 1300);
+        window->resize(1000, 1366);
+        QTRY_VERIFY(button(u"Show in Folder"_s)->mapTo(window.get(), QPoint()).y() < 1300);
         window->resize(320, 568); // no room for it there
         QTRY_VERIFY(button(u"Cancel"_s)->isVisible());
     }
