@@ -350,6 +350,20 @@ private slots:
         QVERIFY(dynamic_cast<ZelkamMobileContentsPreViewVC *>(up->presentedViewController().get()));
     }
 
+    void showsNothingWhenTheCallerHasGone()
+    {
+        auto options = get(u"/a.txt"_s);
+        options.insert(u"notify"_s, true);
+        const auto call = start(options);
+        for (int i = 0; i < 1000 && downloads().isEmpty(); ++i)
+            QThread::msleep(10); // the rest waits for this thread
+        QCOMPARE(downloads(), QStringList{u"a.txt"_s});
+        plugin->invalidate();
+        QTest::qWait(50);
+        QVERIFY(toastTexts().isEmpty() && !page->presentedViewController());
+        QCOMPARE(call->replies(), QStringList());
+    }
+
     void showsTheToastAndThenThePreview()
     {
         auto options = get(u"/a.txt"_s);
