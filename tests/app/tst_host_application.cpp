@@ -11,6 +11,7 @@
 #include <QTemporaryDir>
 #include <QWebEngineScriptCollection>
 #include <atomic>
+#include <csignal>
 
 using namespace zelkam;
 using namespace zelkam::test;
@@ -134,6 +135,12 @@ private slots:
         start(from.isEmpty() ? own.url(u"/later"_s) : from);
         if (!from.isEmpty()) {
             QTRY_VERIFY_WITH_TIMEOUT(isThere(from), 20000);
+            if (row.is("hasStopped")) {
+                ::kill(pid_t(m_host->page().renderProcessPid()), SIGKILL);
+                QTRY_VERIFY(tryAgain()->isVisible());
+                tryAgain()->click();
+                QTRY_VERIFY(isThere(from) && !tryAgain()->isVisible());
+            }
             run(u"location.href = '%1'"_s.arg(own.url(u"/later"_s)));
         }
         QTRY_VERIFY_WITH_TIMEOUT(tryAgain()->isVisible(), 20000);

@@ -150,6 +150,10 @@ private slots:
         QCOMPARE(wakes.size(), 0);
         m_token = next;
         QVERIFY(replies().isEmpty());
+        m_bridge->showsOrigin(allowed);
+        QVERIFY(!m_plugin->isInvalidated());
+        m_bridge->showsOrigin(foreign); // where no script may begin
+        QVERIFY(m_plugin->isInvalidated());
     }
 
     void repliesFromManyThreadsKeepTheOrderOfEach()
