@@ -43,26 +43,6 @@ inline QByteArray pngHeader(quint32 width, quint32 height)
            QByteArray("\0\0\x10\0IDAT\x78\x9c", 10);
 }
 
-/// A progressive JPEG whose last scan is there many times over.
-inline QByteArray jpegWithScans(const QSize &size, int more)
-{
-    QByteArray jpeg = image(size, "jpeg", Qt::red, true);
-    const QByteArray scan = jpeg.mid(jpeg.lastIndexOf("\xff\xda"), -1).chopped(2);
-    return jpeg.chopped(2) + scan.repeated(more) + "\xff\xd9";
-}
-
-/// A JPEG that says it is to be turned by a quarter.
-inline QByteArray turnedJpeg(const QSize &size)
-{
-    QByteArray jpeg = image(size, "jpeg");
-    const QByteArray tiff("Exif\0\0MM\0*\0\0\0\x08\0\x01\x01\x12\0\x03\0\0\0\x01\0\x06\0\0\0\0\0\0",
-                          32);
-    QByteArray segment("\xff\xe1");
-    const quint16 length = qToBigEndian(quint16(tiff.size() + 2));
-    segment.append(reinterpret_cast<const char *>(&length), sizeof length).append(tiff);
-    return jpeg.insert(2, segment);
-}
-
 inline QByteArray pdf(int pages)
 {
     QBuffer buffer;

@@ -88,7 +88,7 @@ private slots:
     void anImageIsZoomedAndMovedWithinItsBounds()
     {
         const QString path = m_folder.filePath(u"wide.jpg"_s);
-        QVERIFY(sample::write(path, sample::turnedJpeg({400, 1200}))); // upright: 1200 x 400
+        QVERIFY(sample::write(path, sample::image({1200, 400}, "jpeg")));
         preview(path);
         auto *view = qobject_cast<ImageView *>(shown());
         const auto colorAt = [view](int x, int y) {
